@@ -1,0 +1,52 @@
+# Pieces that every COM server of the project is built from.
+
+set(TAVIO_WINE_INCLUDE /usr/include/wine/wine/windows CACHE PATH "Folder of oaidl.idl")
+set(TAVIO_WINE_TYPELIBS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH "Folder of stdole2.tlb")
+
+# tavio_idl(<name> <file.idl>): an interface library <name> with <file>.h and <file>.tlb.
+# The compiler's output declares reserved names (_Message) and unused statics, so its folder is a system one.
+function(tavio_idl name idl)
+  get_filename_component(stem ${idl} NAME_WE)
+  set(out ${CMAKE_BINARY_DIR}/idl)
+  file(MAKE_DIRECTORY ${out})
+  set(source ${CMAKE_CURRENT_SOURCE_DIR}/${idl})
+  if(CMAKE_SIZEOF_VOID_P EQUAL 4)
+    set(bits --win32)
+  else()
+    set(bits --win64)
+  endif()
+  add_custom_command(
+    OUTPUT ${out}/${stem}.h ${out}/${stem}.tlb
+    COMMAND ${TAVIO_WIDL} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${out}/${stem}.h ${source}
+    COMMAND ${TAVIO_WIDL} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${out}/${stem}.tlb ${source}
+    DEPENDS ${source}
+    COMMENT "widl ${idl}")
+  add_custom_target(${name}_files DEPENDS ${out}/${stem}.h ${out}/${stem}.tlb)
+  add_library(${name} INTERFACE)
+  target_include_directories(${name} SYSTEM INTERFACE ${out})
+  add_dependencies(${name} ${name}_files)
+endfunction()
+
+# tavio_server(<target> DESCRIPTION <text> [TYPELIB <stem>] SOURCES <files>): a self-registering in-process server.
+function(tavio_server target)
+  cmake_parse_arguments(ARG "" "DESCRIPTION;TYPELIB" "SOURCES" ${ARGN})
+  set(SERVER_FILE ${target}.dll)
+  set(SERVER_DESCRIPTION ${ARG_DESCRIPTION})
+  set(SERVER_TYPELIB "")
+  if(ARG_TYPELIB)
+    set(SERVER_TYPELIB "1 TYPELIB \"${CMAKE_BINARY_DIR}/idl/${ARG_TYPELIB}.tlb\"")
+  endif()
+  configure_file(${CMAKE_SOURCE_DIR}/cmake/server.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+  if(ARG_TYPELIB)
+    set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}.rc PROPERTIES
+      OBJECT_DEPENDS ${CMAKE_BINARY_DIR}/idl/${ARG_TYPELIB}.tlb)
+  endif()
+  add_library(${target} SHARED ${ARG_SOURCES}
+    ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc ${CMAKE_SOURCE_DIR}/src/com/exports.def)
+  set_target_properties(${target} PROPERTIES PREFIX "")
+  target_link_libraries(${target} PRIVATE comserver)
+  if(MINGW)
+    # The exports carry plain names on x86 too, where the functions themselves are decorated.
+    target_link_options(${target} PRIVATE -Wl,--enable-stdcall-fixup)
+  endif()
+endfunction()

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <windows.h>
+#include <unknwn.h>
+
+#include <span>
+
+namespace tavio::com {
+
+// One creatable class of a server.
+struct ClassRow {
+  CLSID id;
+  const wchar_t* progId;
+  const wchar_t* description;
+  // Makes an object and asks it for an interface; releases it again where it has none such.
+  HRESULT (*make)(REFIID iid, void** object) noexcept;
+};
+
+// A server described as data. Each server defines the one instance, which drives its factories and its registration.
+struct ServerTable {
+  std::span<const ClassRow> classes;
+  // The embedded type library; null where there is none.
+  const GUID* typeLibrary;
+  // Registration is refused where one of the ProgIDs belongs to somebody else's class.
+  bool refusesForeignClasses;
+};
+
+extern const ServerTable kServer;
+
+}  // namespace tavio::com

@@ -1,0 +1,122 @@
+#include "com/server/Dispatch.h"
+
+#include <oleauto.h>
+
+#include <memory>
+#include <new>
+
+#include "com/server/ArgumentFrame.h"
+#include "foundation/AppFolder.h"
+
+namespace tavio::com {
+
+struct Dispatch::Cache {
+  std::vector<std::unique_ptr<Dispatch>> interfaces;
+
+  static Cache& Instance() {
+    static auto& cache = *new Cache;  // released by ForgetAll, never while the process ends
+    return cache;
+  }
+};
+
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// The type of a parameter as an automation call passes it: enumerations and aliases do not occur in our libraries.
+Dispatch::Parameter Describe(const ELEMDESC& element) noexcept {
+  const TYPEDESC& type = element.tdesc;
+  const auto& description = element.paramdesc;
+  const bool byReference = type.vt == VT_PTR && type.lptdesc->vt != VT_USERDEFINED;
+  VARTYPE plain = byReference ? type.lptdesc->vt : type.vt;
+  if (plain == VT_PTR || plain == VT_USERDEFINED) plain = VT_DISPATCH;
+  const bool optional = (description.wParamFlags & (PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) != 0;
+  const bool hasDefault = (description.wParamFlags & PARAMFLAG_FHASDEFAULT) != 0;
+  return {plain, byReference, optional, hasDefault ? &description.pparamdescex->varDefaultValue : nullptr};
+}
+
+WORD FlagOf(INVOKEKIND kind) noexcept { return static_cast<WORD>(kind); }
+
+constexpr WORD kAssignments = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+
+}  // namespace
+
+Dispatch& Dispatch::For(REFIID interfaceId) noexcept {
+  auto& interfaces = Cache::Instance().interfaces;
+  for (const auto& known : interfaces) {
+    if (known->id_ == interfaceId) return *known;
+  }
+  return *interfaces.emplace_back(new Dispatch(interfaceId));
+}
+
+void Dispatch::ForgetAll() noexcept {
+  for (const auto& known : Cache::Instance().interfaces) {
+    for (auto* function : known->functions_) known->typeInfo_->ReleaseFuncDesc(function);
+  }
+  Cache::Instance().interfaces.clear();
+}
+
+Dispatch::Dispatch(REFIID interfaceId) : id_(interfaceId) {
+  ComPtr<ITypeLib> library;
+  loaded_ = LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, &library);
+  if (SUCCEEDED(loaded_)) loaded_ = library->GetTypeInfoOfGuid(interfaceId, &typeInfo_);
+  if (FAILED(loaded_)) return;
+  FUNCDESC* function = nullptr;
+  for (UINT i = 0; SUCCEEDED(typeInfo_->GetFuncDesc(i, &function)); ++i) {
+    functions_.push_back(function);
+    AddMember(*function);
+  }
+}
+
+void Dispatch::AddMember(const FUNCDESC& function) {
+  Member member{function.memid, function.invkind, {}};
+  for (SHORT i = 0; i < function.cParams; ++i) {
+    const auto& element = function.lprgelemdescParam[i];
+    if (element.paramdesc.wParamFlags & (PARAMFLAG_FRETVAL | PARAMFLAG_FLCID)) continue;
+    member.parameters.push_back(Describe(element));
+  }
+  members_.push_back(std::move(member));
+}
+
+HRESULT Dispatch::GetTypeInfo(ITypeInfo** info) const noexcept {
+  if (!info) return E_POINTER;
+  *info = nullptr;
+  return FAILED(loaded_) ? loaded_ : typeInfo_.CopyTo(info);
+}
+
+HRESULT Dispatch::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {
+  return FAILED(loaded_) ? loaded_ : typeInfo_->GetIDsOfNames(names, count, ids);
+}
+
+// Where a member knows only the other kind of assignment, `flags` become that kind.
+const Dispatch::Member* Dispatch::Find(DISPID id, WORD& flags) const noexcept {
+  const Member* other = nullptr;
+  for (const auto& member : members_) {
+    if (member.id != id) continue;
+    if (FlagOf(member.kind) & flags) return &member;
+    if (flags & kAssignments && FlagOf(member.kind) & kAssignments) other = &member;
+  }
+  if (other) flags = FlagOf(other->kind);
+  return other;
+}
+
+HRESULT Dispatch::Invoke(void* self, DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* info,
+                         UINT* wrongArgument) const noexcept try {
+  if (FAILED(loaded_)) return loaded_;
+  if (!arguments) return E_POINTER;
+  SetErrorInfo(0, nullptr);
+  const Member* member = Find(id, flags);
+  if (!member || ArgumentFrame::Fits(*member, *arguments)) {
+    return typeInfo_->Invoke(self, id, flags, arguments, result, info, wrongArgument);
+  }
+  ArgumentFrame frame(*member, *arguments);
+  HRESULT outcome = frame.Fill(wrongArgument);
+  if (FAILED(outcome)) return outcome;
+  outcome = typeInfo_->Invoke(self, id, flags, frame.Parameters(), result, info, wrongArgument);
+  if (SUCCEEDED(outcome)) frame.WriteBack();
+  return outcome;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
+}
+
+}  // namespace tavio::com

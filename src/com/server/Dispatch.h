@@ -1,0 +1,58 @@
+#pragma once
+
+#include <windows.h>
+#include <oaidl.h>
+#include <wrl/client.h>
+
+#include <vector>
+
+namespace tavio::com {
+
+// Late-bound calls on one dual interface, over ITypeInfo::Invoke of the type library embedded in this server. In front
+// of it stands what script hosts need:
+//  - a variable passed for a typed parameter (VT_BYREF|VT_VARIANT) is converted, and takes what a by-reference parameter
+//    leaves behind;
+//  - arguments given by name, and those left out that have a default, also where the parameter is by reference;
+//  - an assignment reaches a property that knows only the other kind of assignment ("x.Data = d" and "Set x.Data = d").
+// A refused argument answers DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADPARAMCOUNT or DISP_E_PARAMNOTOPTIONAL.
+class Dispatch {
+ public:
+  struct Parameter {
+    VARTYPE type;  // without VT_BYREF
+    bool byReference;
+    bool optional;
+    const VARIANT* fallback;  // null where the parameter has no default
+  };
+  struct Member {
+    DISPID id;
+    INVOKEKIND kind;
+    std::vector<Parameter> parameters;  // those that a caller passes
+  };
+
+  // Built at first use and kept until the server may be unloaded.
+  static Dispatch& For(REFIID interfaceId) noexcept;
+  static void ForgetAll() noexcept;
+
+  HRESULT GetTypeInfo(ITypeInfo** info) const noexcept;
+  HRESULT GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept;
+  // `self` is the object as the dual interface.
+  HRESULT Invoke(void* self, DISPID id, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* info,
+                 UINT* wrongArgument) const noexcept;
+
+ private:
+  explicit Dispatch(REFIID interfaceId);
+  const Member* Find(DISPID id, WORD& flags) const noexcept;
+  void AddMember(const FUNCDESC& function);
+
+  IID id_;
+  Microsoft::WRL::ComPtr<ITypeInfo> typeInfo_;
+  HRESULT loaded_ = E_FAIL;
+  std::vector<Member> members_;
+  // The descriptions stay alive, since the defaults of parameters are read in place.
+  std::vector<FUNCDESC*> functions_;
+
+  struct Cache;
+  friend struct Cache;
+};
+
+}  // namespace tavio::com

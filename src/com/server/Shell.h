@@ -1,0 +1,45 @@
+#pragma once
+
+#include <windows.h>
+#include <oleauto.h>
+
+#include <type_traits>
+#include <utility>
+
+#include "foundation/Error.h"
+#include "foundation/Vector.h"
+
+namespace tavio::com {
+
+// Sets the thread's error information and answers its number, for failures that do reach the caller.
+HRESULT Raise(REFIID iid, const Error& error) noexcept;
+
+// Runs a member without a result. No exception leaves it.
+template <class Body>
+HRESULT Run(REFIID iid, Body&& body) noexcept try {
+  body();
+  return S_OK;
+} catch (...) {
+  return Raise(iid, Translate());
+}
+
+// How results cross the boundary; each hands a new reference or allocation to the caller.
+inline void HandOut(VARIANT_BOOL* target, bool flag) noexcept { *target = flag ? VARIANT_TRUE : VARIANT_FALSE; }
+inline void HandOut(LONG* target, std::int32_t number) noexcept { *target = number; }
+inline void HandOut(BSTR* target, const Text& text) { *target = BString(text).Detach(); }
+inline void HandOut(IDispatch** target, const Dictionary& record) noexcept { record.Object().CopyTo(target); }
+inline void HandOut(IDispatch** target, const Vector& list) noexcept { list.Object().CopyTo(target); }
+
+// Runs a member and hands its result out.
+template <class Target, class Body>
+HRESULT Return(REFIID iid, Target* target, Body&& body) noexcept {
+  if (!target) return E_POINTER;
+  *target = Target{};
+  return Run(iid, [&] { HandOut(target, body()); });
+}
+
+// A package parameter. Type mismatch where the object is no such container.
+inline Dictionary AsDictionary(IDispatch* object) { return Dictionary(ComPtr<IDispatch>(object)); }
+inline Vector AsVector(IDispatch* object) { return Vector(ComPtr<IDispatch>(object)); }
+
+}  // namespace tavio::com

@@ -1,0 +1,101 @@
+#include "foundation/Error.h"
+
+#include <wrl/client.h>
+
+#include <cwchar>
+#include <new>
+
+#include "foundation/BString.h"
+#include "foundation/ResText.h"
+
+namespace tavio {
+namespace {
+
+constexpr HRESULT kOwnError = static_cast<HRESULT>(0x80040001);
+
+struct KnownFailure {
+  HRESULT number;
+  const wchar_t* text;
+};
+
+constexpr KnownFailure kKnownFailures[] = {
+    {DISP_E_OVERFLOW, L"溢出"},
+    {DISP_E_TYPEMISMATCH, L"类型不匹配"},
+    {E_OUTOFMEMORY, L"内存不足"},
+    {E_POINTER, L"对象未设置"},
+    {DISP_E_UNKNOWNNAME, L"对象不支持该属性或方法"},
+    {DISP_E_MEMBERNOTFOUND, L"对象不支持该属性或方法"},
+    {DISP_E_BADPARAMCOUNT, L"参数数目不正确"},
+    {DISP_E_PARAMNOTOPTIONAL, L"缺少必需的参数"},
+};
+
+Text DescribeUnknown(HRESULT number) {
+  wchar_t digits[16];
+  std::swprintf(digits, std::size(digits), L" 0x%08lX", static_cast<unsigned long>(number));
+  return LoadResText(L"自动化错误") + digits;
+}
+
+Text Describe(HRESULT number) {
+  for (const auto& known : kKnownFailures) {
+    if (known.number == number) return LoadResText(known.text);
+  }
+  return DescribeUnknown(number);
+}
+
+}  // namespace
+
+Error Error::Overflow() { return FromHresult(DISP_E_OVERFLOW); }
+Error Error::TypeMismatch() { return FromHresult(DISP_E_TYPEMISMATCH); }
+Error Error::NotSet() { return FromHresult(E_POINTER); }
+Error Error::FromHresult(HRESULT result) { return Error(result, Text(), Describe(result)); }
+
+Error Error::MissingKey(TextView key) {
+  return Error(kOwnError, Text(), LoadResText(L"数据包缺少字段") + L" " + Text(key));
+}
+
+Error Error::CannotCreate(TextView progId, HRESULT why) {
+  return Error(why, Text(), LoadResText(L"不能创建组件") + L" " + Text(progId));
+}
+
+Error Error::NotBound(TextView source, TextView chineseText) {
+  return Error(kOwnError, Text(source), LoadResText(chineseText));
+}
+
+Error Error::FromObject(IUnknown* object, REFIID iid, HRESULT result) {
+  Microsoft::WRL::ComPtr<ISupportErrorInfo> support;
+  Microsoft::WRL::ComPtr<IErrorInfo> info;
+  const bool told = SUCCEEDED(object->QueryInterface(IID_PPV_ARGS(&support))) &&
+                    support->InterfaceSupportsErrorInfo(iid) == S_OK && GetErrorInfo(0, &info) == S_OK;
+  if (!told) return FromHresult(result);
+  BString source, description;
+  info->GetSource(source.Receive());
+  info->GetDescription(description.Receive());
+  return Error(result, Text(source.View()), Text(description.View()));
+}
+
+Error Error::FromInvoke(HRESULT result, EXCEPINFO& info) {
+  if (result == DISP_E_EXCEPTION && info.pfnDeferredFillIn) info.pfnDeferredFillIn(&info);
+  BString source, description, help;
+  *source.Receive() = info.bstrSource;
+  *description.Receive() = info.bstrDescription;
+  *help.Receive() = info.bstrHelpFile;
+  if (result != DISP_E_EXCEPTION) return FromHresult(result);
+  // A component that only knows a small error code has the number that automation gives such codes.
+  const HRESULT number = info.scode ? info.scode : MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, info.wCode);
+  if (description.View().empty()) return Error(number, Text(source.View()), Describe(number));
+  return Error(number, Text(source.View()), Text(description.View()));
+}
+
+Error Translate() noexcept {
+  try {
+    throw;
+  } catch (const Error& error) {
+    return error;
+  } catch (const std::bad_alloc&) {
+    return Error::FromHresult(E_OUTOFMEMORY);
+  } catch (...) {
+    return Error::FromHresult(E_FAIL);
+  }
+}
+
+}  // namespace tavio

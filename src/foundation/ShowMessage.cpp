@@ -1,0 +1,18 @@
+#include "foundation/ShowMessage.h"
+
+#include "foundation/ResText.h"
+
+namespace tavio {
+
+std::int32_t ShowMessage(TextView text, std::int32_t style, TextView title) {
+  const Text shownTitle = title == kTitle ? LoadResText(kTitle) : Text(title);
+  const HWND owner = GetActiveWindow();
+  const UINT modality = owner ? 0 : MB_TASKMODAL;
+  return MessageBoxW(owner, Text(text).c_str(), shownTitle.c_str(), static_cast<UINT>(style) | modality);
+}
+
+void ReportFailure(TextView label, const Error& error) {
+  ShowMessage(Text(label) + L"\r\n" + error.Description(), kWarning, kTitle);
+}
+
+}  // namespace tavio

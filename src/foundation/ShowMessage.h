@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstdint>
+
+#include "foundation/Error.h"
+
+namespace tavio {
+
+inline constexpr wchar_t kTitle[] = L"Morla提示";
+inline constexpr std::int32_t kWarning = 48;
+
+// A modal message box over the host's active window; answers the button chosen. `style` are the flags of a Windows
+// message box. The title "Morla提示" is localised, any other is shown as it is.
+std::int32_t ShowMessage(TextView text, std::int32_t style, TextView title);
+
+// The report of a failed operation: `label` (class identity and operation), a line break, the description.
+void ReportFailure(TextView label, const Error& error);
+
+}  // namespace tavio
