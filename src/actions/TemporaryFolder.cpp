@@ -1,7 +1,5 @@
 #include "actions/TemporaryFolder.h"
 
-#include <msado15.h>
-
 #include <memory>
 
 #include "foundation/AppFolder.h"
@@ -43,20 +41,6 @@ void TemporaryFolder::Empty() const {
 
 void WriteFileBytes(const Text& path, const Value& bytes) {
   if (!WriteThroughStream(path, bytes)) WriteDirectly(path, bytes);
-}
-
-bool WriteThroughStream(const Text& path, const Value& bytes) {
-  CLSID id;
-  ComPtr<_Stream> stream;
-  if (FAILED(CLSIDFromProgID(L"ADODB.Stream", &id))) return false;
-  if (FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_PPV_ARGS(&stream)))) return false;
-  Check(stream->put_Type(adTypeBinary));
-  VARIANT noSource = Value::Missing().Raw();
-  Check(stream->Open(noSource, adModeUnknown, adOpenStreamUnspecified, nullptr, nullptr));
-  Check(stream->Write(bytes.Raw()));
-  const BString name(path);
-  Check(stream->SaveToFile(name.Get(), adSaveCreateOverWrite));
-  return true;
 }
 
 void WriteDirectly(const Text& path, const Value& bytes) {

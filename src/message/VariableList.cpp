@@ -71,8 +71,7 @@ bool Message::AddVariable(const Dictionary& variable) noexcept {
         const auto name = variable.Get(L"FName"_key);
         entry.Set(L"FName"_key, *name);
         entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
-        const bool hasValue = variable.Lookup(L"FValue"_key);
-        entry.Set(L"FValue"_key, hasValue ? *variable.Get(L"FValue"_key) : Value(L""));
+        entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
         variables_.Set(KeyOf(*name), entry);
         added = true;
       });
