@@ -16,6 +16,19 @@ constexpr wchar_t kDeleteAllQuestion[] =
 constexpr std::int32_t kAskForLast = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
 constexpr std::int32_t kAskForAll = MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2;
 
+const wchar_t* TextOf(ActionCodeFault fault) noexcept {
+  switch (fault) {
+    case ActionCodeFault::kEmpty:
+      return L"操作代码不能为空！";
+    case ActionCodeFault::kNoLetterFirst:
+      return L"操作代码必须以字符开头！";
+    case ActionCodeFault::kBlankInside:
+      return L"操作代码中间不能包含空格！";
+    default:
+      return L"操作代码只能由字符和数字组成！";
+  }
+}
+
 bool UserAgrees(std::int32_t style) {
   return ShowMessage(LoadResText(kDeleteAllQuestion), style, kTitle) == IDYES;
 }
@@ -41,9 +54,9 @@ Text CodeText(const Dictionary& action, const Key& key) { return action.GetValue
 
 // Shows why a code is refused.
 bool BillActions::Accept(const Dictionary& action) const {
-  const auto* reason = WhyRefused(CodeText(action, L"FCode"_key));
-  if (!reason) return true;
-  ShowMessage(LoadResText(reason), kWarning, kTitle);
+  const auto fault = CheckActionCode(CodeText(action, L"FCode"_key));
+  if (fault == ActionCodeFault::kNone) return true;
+  ShowMessage(LoadResText(TextOf(fault)), kWarning, kTitle);
   return false;
 }
 

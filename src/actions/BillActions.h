@@ -4,6 +4,7 @@
 
 #include "foundation/Component.h"
 #include "foundation/Error.h"
+#include "foundation/PlainNames.h"
 
 namespace tavio {
 

@@ -1,3 +1,6 @@
+// The identifier of the type library is defined here; initguid.h must come first.
+#include <initguid.h>
+
 #include <TavioClassBillAction.h>
 
 #include "com/BillActionsShell.h"
