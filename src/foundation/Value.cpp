@@ -69,7 +69,10 @@ VARIANT Value::Detach() noexcept {
 Value Value::Converted(VARTYPE type) const {
   Value result;
   // Booleans read "True" and "False"; numbers and dates are written as the user's settings have them.
-  Check(VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+  const HRESULT changed = VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT,
+                                              VARIANT_ALPHABOOL, type);
+  if (changed == DISP_E_BADVARTYPE) throw Error::TypeMismatch();  // so are objects refused, unset ones at least
+  Check(changed);
   return result;
 }
 
