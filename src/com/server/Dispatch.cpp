@@ -94,13 +94,13 @@ HRESULT Dispatch::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const 
   return FAILED(loaded_) ? loaded_ : typeInfo_->GetIDsOfNames(names, count, ids);
 }
 
-// Where a member knows only the other kind of assignment, or of read, `flags` become that kind.
+// `flags` become the kind that the member knows, where the caller names the other one or both.
 const Dispatch::Member* Dispatch::Find(DISPID id, WORD& flags) const noexcept {
   const Member* other = nullptr;
   for (const auto& member : members_) {
     if (member.id != id) continue;
-    if (FlagOf(member.kind) & flags) return &member;
-    if (IsNearlyAsked(FlagOf(member.kind), flags)) other = &member;
+    if (FlagOf(member.kind) == flags) return &member;
+    if (!other && IsNearlyAsked(FlagOf(member.kind), flags)) other = &member;
   }
   if (other) flags = FlagOf(other->kind);
   return other;
