@@ -1,0 +1,114 @@
+#include "containers/DictionaryObject.h"
+
+#include "containers/Enumerator.h"
+#include "containers/Variants.h"
+
+namespace tavio::vexo {
+namespace {
+
+HRESULT HandOut(const VARIANT& value, VARIANT* result) noexcept {
+  return VariantCopyInd(result, const_cast<VARIANT*>(&value));  // only read
+}
+
+bool IsLeftOut(const VARIANT& argument) noexcept {
+  return argument.vt == VT_ERROR && argument.scode == DISP_E_PARAMNOTFOUND;
+}
+
+}  // namespace
+
+STDMETHODIMP DictionaryObject::get_Count(LONG* result) {
+  if (!result) return E_POINTER;
+  *result = static_cast<LONG>(map_.Count());
+  return S_OK;
+}
+
+STDMETHODIMP DictionaryObject::get_Name(LONG index, BSTR* result) {
+  if (!result) return E_POINTER;
+  *result = nullptr;
+  return Guarded([&] {
+    const auto* entry = map_.At(index);
+    *result = BString(entry ? entry->Key().View() : TextView()).Detach();
+    return S_OK;
+  });
+}
+
+STDMETHODIMP DictionaryObject::get_Value(BSTR key, VARIANT* result) {
+  if (!result) return E_POINTER;
+  VariantInit(result);
+  const auto* found = map_.Find(ViewOf(key));
+  return found ? HandOut(found->Raw(), result) : S_OK;
+}
+
+// What is replaced or removed is let go at the end of the statement, when the map is whole: it may call back.
+STDMETHODIMP DictionaryObject::put_Value(BSTR key, VARIANT value) {
+  return Guarded([&] {
+    Value copy;
+    const HRESULT copied = CopyInto(copy, value);
+    if (SUCCEEDED(copied)) map_.Set(ViewOf(key), std::move(copy));
+    return copied;
+  });
+}
+
+STDMETHODIMP DictionaryObject::putref_Value(BSTR key, IDispatch* value) {
+  return Guarded([&] {
+    map_.Set(ViewOf(key), Value(ComPtr<IDispatch>(value)));
+    return S_OK;
+  });
+}
+
+STDMETHODIMP DictionaryObject::Lookup(BSTR key, VARIANT, VARIANT_BOOL* result) {
+  if (!result) return E_POINTER;
+  *result = map_.Find(ViewOf(key)) ? VARIANT_TRUE : VARIANT_FALSE;
+  return S_OK;
+}
+
+STDMETHODIMP DictionaryObject::GetValue(BSTR key, VARIANT fallback, VARIANT* result) {
+  if (!result) return E_POINTER;
+  VariantInit(result);
+  if (const auto* found = map_.Find(ViewOf(key))) return HandOut(found->Raw(), result);
+  return IsLeftOut(fallback) ? S_OK : HandOut(fallback, result);
+}
+
+STDMETHODIMP DictionaryObject::Remove(BSTR key) {
+  map_.Remove(ViewOf(key));
+  return S_OK;
+}
+
+STDMETHODIMP DictionaryObject::Clone(IDispatch** result) {
+  if (!result) return E_POINTER;
+  *result = nullptr;
+  return Guarded([&] {
+    *result = new DictionaryObject(map_.CloneWith(CopyOfStored));
+    return S_OK;
+  });
+}
+
+STDMETHODIMP DictionaryObject::CloneAll(IDispatch** result) { return Clone(result); }
+
+STDMETHODIMP DictionaryObject::get__NewEnum(IUnknown** result) {
+  if (!result) return E_POINTER;
+  *result = nullptr;
+  return Guarded([&] {
+    Enumerator::Items keys;
+    keys.reserve(map_.Count());
+    for (LONG i = 1; const auto* entry = map_.At(i); ++i) keys.emplace_back(entry->Key().View());
+    return Enumerator::HandOut(std::move(keys), result);
+  });
+}
+
+STDMETHODIMP DictionaryObject::LendEntry(LONG index, BSTR* key, const VARIANT** value) {
+  return Guarded([&] {
+    const auto* entry = map_.At(index);
+    *key = entry ? entry->Key().Get() : nullptr;
+    *value = entry ? &entry->Value().Raw() : nullptr;
+    return entry ? S_OK : S_FALSE;
+  });
+}
+
+STDMETHODIMP DictionaryObject::LendValue(BSTR key, const VARIANT** value) {
+  const auto* found = map_.Find(ViewOf(key));
+  *value = found ? &found->Raw() : nullptr;
+  return found ? S_OK : S_FALSE;
+}
+
+}  // namespace tavio::vexo

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <vector>
+
+#include "com/server/ComClass.h"
+#include "containers/Lend.h"
+#include "foundation/Value.h"
+
+namespace tavio::vexo {
+
+// A list of values, positions from 1 to Count. Objects are stored by reference. Item of a position that is not there
+// fails with DISP_E_BADINDEX. "For Each" walks the items that there were at its beginning.
+class VectorObject final : public com::ComClass<_Vector, IVectorLend> {
+ public:
+  VectorObject() noexcept : ComClass(IID_IVectorLend) {}
+
+  STDMETHODIMP get_Count(LONG* result) override;
+  STDMETHODIMP get_LBound(LONG* result) override;
+  STDMETHODIMP get_UBound(LONG* result) override;
+  STDMETHODIMP Add(VARIANT item, LONG* result) override;
+  STDMETHODIMP get_Item(LONG index, VARIANT* result) override;
+  STDMETHODIMP get__NewEnum(IUnknown** result) override;
+
+  STDMETHODIMP LendItem(LONG index, const VARIANT** value) override;
+
+ private:
+  const VARIANT* At(LONG index) const noexcept;
+
+  std::vector<Value> items_;
+};
+
+}  // namespace tavio::vexo
