@@ -84,6 +84,8 @@ std::int32_t Value::ToInt32() const {
                               : static_cast<std::int32_t>(Converted(VT_I4).variant_.lVal);
 }
 
+float Value::ToSingle() const { return variant_.vt == VT_R4 ? variant_.fltVal : Converted(VT_R4).variant_.fltVal; }
+
 double Value::ToDouble() const { return variant_.vt == VT_R8 ? variant_.dblVal : Converted(VT_R8).variant_.dblVal; }
 
 Text Value::ToText() const {

@@ -1,0 +1,19 @@
+#include <TavioClassBillAction.h>
+
+#include "com/BillActionsShell.h"
+#include "com/MessageShell.h"
+#include "com/server/ClassTable.h"
+
+namespace tavio::com {
+namespace {
+
+constexpr ClassRow kClasses[] = {
+    {__uuidof(::BillActions), L"TavioClassBillAction.BillActions", L"Tavio bill actions", &Make<BillActionsShell>},
+    {__uuidof(::Message), L"TavioClassBillAction.Message", L"Tavio message", &Make<MessageShell>},
+};
+
+}  // namespace
+
+constexpr ServerTable kServer = {kClasses, &LIBID_TavioClassBillAction, false};
+
+}  // namespace tavio::com

@@ -1,0 +1,109 @@
+#include "tests/support/BoxWatcher.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <iterator>
+#include <ostream>
+
+#include "tests/support/Packages.h"
+
+namespace tavio::test {
+namespace {
+
+constexpr int kTextControl = 0xFFFF;
+
+BoxWatcher* watcher = nullptr;
+
+struct Choice {
+  UINT style;
+  std::vector<int> buttons;
+};
+
+const Choice kChoices[] = {
+    {MB_OK, {IDOK}},
+    {MB_OKCANCEL, {IDOK, IDCANCEL}},
+    {MB_ABORTRETRYIGNORE, {IDABORT, IDRETRY, IDIGNORE}},
+    {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}},
+    {MB_YESNO, {IDYES, IDNO}},
+    {MB_RETRYCANCEL, {IDRETRY, IDCANCEL}},
+};
+
+const std::pair<UINT, LPWSTR> kIcons[] = {
+    {MB_ICONERROR, IDI_ERROR},
+    {MB_ICONQUESTION, IDI_QUESTION},
+    {MB_ICONWARNING, IDI_WARNING},
+    {MB_ICONINFORMATION, IDI_INFORMATION},
+};
+
+Text TextOf(HWND window) {
+  Text text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
+// The buttons that are there, in the order of kChoices.
+std::vector<int> ButtonsOf(HWND box) {
+  std::vector<int> buttons;
+  for (const int id : {IDOK, IDYES, IDNO, IDABORT, IDRETRY, IDIGNORE, IDCANCEL}) {
+    const HWND button = GetDlgItem(box, id);
+    if (button && GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) buttons.push_back(id);
+  }
+  return buttons;
+}
+
+UINT IconOf(HWND box) {
+  for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    const auto shown = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
+    for (const auto& [style, name] : kIcons) {
+      if (shown && shown == LoadIconW(nullptr, name)) return style;
+    }
+  }
+  return 0;
+}
+
+UINT StyleOf(HWND box, const std::vector<int>& buttons) {
+  const auto* choice = std::find_if(std::begin(kChoices), std::end(kChoices),
+                                    [&](const Choice& known) { return known.buttons == buttons; });
+  if (choice == std::end(kChoices)) return ~0u;
+  const LRESULT defaultButton = LOWORD(SendMessageW(box, DM_GETDEFID, 0, 0));
+  const auto position = std::find(buttons.begin(), buttons.end(), defaultButton) - buttons.begin();
+  return choice->style | IconOf(box) | static_cast<UINT>(position) * MB_DEFBUTTON2;
+}
+
+}  // namespace
+
+std::ostream& operator<<(std::ostream& out, const Box& box) {
+  return out << "box \"" << Utf8(box.text) << "\", title \"" << Utf8(box.title) << "\", style " << box.style;
+}
+
+BoxWatcher::BoxWatcher() : hook_(SetWindowsHookExW(WH_CALLWNDPROCRET, &OnHook, nullptr, GetCurrentThreadId())) {
+  watcher = this;
+}
+
+BoxWatcher::~BoxWatcher() {
+  UnhookWindowsHookEx(hook_);
+  watcher = nullptr;
+}
+
+// Once a dialog has handled its start, all that it shows is set.
+LRESULT CALLBACK BoxWatcher::OnHook(int code, WPARAM sentHere, LPARAM details) {
+  const auto& handled = *reinterpret_cast<const CWPRETSTRUCT*>(details);
+  if (code == HC_ACTION && handled.message == WM_INITDIALOG && GetDlgItem(handled.hwnd, kTextControl)) {
+    watcher->Answer(handled.hwnd);
+  }
+  return CallNextHookEx(nullptr, code, sentHere, details);
+}
+
+void BoxWatcher::Answer(HWND box) {
+  const auto buttons = ButtonsOf(box);
+  shown_.push_back({TextOf(GetDlgItem(box, kTextControl)), TextOf(box), StyleOf(box, buttons)});
+  int button = answer_;
+  if (std::find(buttons.begin(), buttons.end(), button) == buttons.end()) {
+    ADD_FAILURE() << "no button " << button << " in " << shown_.back();
+    button = buttons.empty() ? IDCANCEL : buttons.front();
+  }
+  PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
+}
+
+}  // namespace tavio::test

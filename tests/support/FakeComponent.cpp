@@ -1,0 +1,153 @@
+#include "tests/support/FakeComponent.h"
+
+#include "foundation/Error.h"
+#include "foundation/LetterCase.h"
+
+namespace tavio::test {
+namespace {
+
+long living = 0;
+
+constexpr wchar_t kClasses[] = L"Software\\Classes\\";
+
+void RefuseForeignClass(const std::wstring& progId) {
+  CLSID id;
+  wchar_t text[40];
+  if (FAILED(CLSIDFromProgID(progId.c_str(), &id))) return;
+  StringFromGUID2(id, text, 40);
+  HKEY key = nullptr;
+  // Left behind by a test program that crashed, a ProgID leads to no class.
+  if (RegOpenKeyW(HKEY_CLASSES_ROOT, (std::wstring(L"CLSID\\") + text).c_str(), &key) != ERROR_SUCCESS) return;
+  RegCloseKey(key);
+  throw Error(HRESULT_FROM_WIN32(ERROR_OBJECT_ALREADY_EXISTS), L"FakeComponent", progId);
+}
+
+void WriteProgId(const std::wstring& progId, const CLSID& id) {
+  wchar_t text[40];
+  const int units = StringFromGUID2(id, text, 40);
+  const auto key = kClasses + progId + L"\\CLSID";
+  const auto bytes = static_cast<DWORD>(static_cast<std::size_t>(units) * sizeof(wchar_t));
+  const LSTATUS status = RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_SZ, text, bytes);
+  Check(HRESULT_FROM_WIN32(static_cast<unsigned long>(status)));
+}
+
+}  // namespace
+
+long LivingFakes() noexcept { return living; }
+
+struct FakeObject::Kind {
+  struct Member {
+    Method read;
+    Method assign;
+    int calls = 0;
+  };
+
+  std::map<std::wstring, Member> members;  // by upper-cased name
+  std::wstring defaultMember;
+  int created = 0;
+  int living = 0;
+};
+
+// One object of a fake.
+class FakeInstance final : public LateBound {
+ public:
+  explicit FakeInstance(std::shared_ptr<FakeObject::Kind> kind) : kind_(std::move(kind)) {
+    for (auto& [name, member] : kind_->members) {
+      auto& known = member;
+      const auto read = [&known](Arguments& arguments) {
+        ++known.calls;
+        const auto method = known.read;  // which may replace itself
+        return method(arguments);
+      };
+      if (known.assign) {
+        Add(name.c_str(), read, [&known](Arguments& arguments) { return known.assign(arguments); });
+      } else {
+        Add(name.c_str(), read);
+      }
+    }
+    if (!kind_->defaultMember.empty()) Default(kind_->defaultMember.c_str());
+    ++kind_->created;
+    ++kind_->living;
+    ++living;
+  }
+  ~FakeInstance() override {
+    --kind_->living;
+    --living;
+  }
+
+ private:
+  std::shared_ptr<FakeObject::Kind> kind_;
+};
+
+namespace {
+
+class FakeFactory final : public IClassFactory {
+ public:
+  explicit FakeFactory(FakeObject& fake) noexcept : fake_(fake) {}
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    const bool known = iid == IID_IUnknown || iid == IID_IClassFactory;
+    *object = known ? this : nullptr;
+    if (known) AddRef();
+    return known ? S_OK : E_NOINTERFACE;
+  }
+  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
+  STDMETHODIMP_(ULONG) Release() override {
+    const ULONG left = --references_;
+    if (left == 0) delete this;
+    return left;
+  }
+  STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override {
+    return fake_.New()->QueryInterface(iid, object);
+  }
+  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
+
+ private:
+  FakeObject& fake_;
+  ULONG references_ = 1;
+};
+
+}  // namespace
+
+FakeObject::FakeObject() : kind_(std::make_shared<Kind>()) {}
+
+void FakeObject::On(const wchar_t* member, Method read) { On(member, std::move(read), nullptr); }
+
+void FakeObject::On(const wchar_t* member, Method read, Method assign) {
+  auto& known = kind_->members[ToUpper(member)];
+  known.read = std::move(read);
+  known.assign = std::move(assign);
+}
+
+void FakeObject::OnDefault(const wchar_t* member) { kind_->defaultMember = member; }
+
+ComPtr<IDispatch> FakeObject::New() {
+  ComPtr<IDispatch> object;
+  *object.GetAddressOf() = new FakeInstance(kind_);  // not Attach, which adds a reference in some compilers' headers
+  return object;
+}
+
+int FakeObject::Created() const noexcept { return kind_->created; }
+int FakeObject::Living() const noexcept { return kind_->living; }
+
+int FakeObject::Calls(const wchar_t* member) const {
+  const auto found = kind_->members.find(ToUpper(member));
+  return found == kind_->members.end() ? 0 : found->second.calls;
+}
+
+FakeComponent::FakeComponent(const wchar_t* progId) : progId_(progId) {
+  RefuseForeignClass(progId_);
+  CLSID id;
+  Check(CoCreateGuid(&id));
+  ComPtr<IClassFactory> factory;
+  *factory.GetAddressOf() = new FakeFactory(*this);
+  Check(CoRegisterClassObject(id, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_));
+  WriteProgId(progId_, id);
+}
+
+FakeComponent::~FakeComponent() {
+  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kClasses + progId_).c_str());
+  CoRevokeClassObject(cookie_);
+}
+
+}  // namespace tavio::test

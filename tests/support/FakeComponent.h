@@ -1,0 +1,64 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "support/LateBound.h"
+
+namespace tavio::test {
+
+// How many objects of all fakes are alive.
+long LivingFakes() noexcept;
+
+// A stand-in for an object of the platform or of a host that is reached by name only: its members are lambdas, given
+// before an object is made. All objects of one fake share them, and what they remember is the test's own.
+//
+//   FakeObject form;
+//   form.On(L"Caption", [&](Arguments&) { return Value(L"用户"); });
+//   ComPtr<IDispatch> object = form.New();
+class FakeObject {
+ public:
+  using Method = LateBound::Method;
+
+  FakeObject();
+  virtual ~FakeObject() = default;
+  FakeObject(const FakeObject&) = delete;
+  FakeObject& operator=(const FakeObject&) = delete;
+
+  // A method or a property that is read; given again, it replaces the earlier one.
+  void On(const wchar_t* member, Method read);
+  // A property that is also assigned; the new value is the last argument.
+  void On(const wchar_t* member, Method read, Method assign);
+  // The member reached without a name.
+  void OnDefault(const wchar_t* member);
+
+  ComPtr<IDispatch> New();
+
+  // How many objects were made, how many of them are alive, and how often a member was called or read.
+  int Created() const noexcept;
+  int Living() const noexcept;
+  int Calls(const wchar_t* member) const;
+
+ private:
+  friend class FakeInstance;
+  struct Kind;
+  std::shared_ptr<Kind> kind_;
+};
+
+// A fake that is created by its ProgID, in this process only, for as long as it lives. Raises Error where somebody
+// else's class is registered under the ProgID: tests run where the platform is not.
+//
+//   FakeComponent classInfo(L"TavioMClass.ClassInfo");
+//   classInfo.On(L"GetBillActions", [&](Arguments& a) { EXPECT_EQ(Show(a.At(1)), "7"); return actions.AsValue(); });
+class FakeComponent : public FakeObject {
+ public:
+  explicit FakeComponent(const wchar_t* progId);
+  ~FakeComponent() override;
+
+ private:
+  std::wstring progId_;
+  DWORD cookie_ = 0;
+};
+
+}  // namespace tavio::test
