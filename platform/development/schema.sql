@@ -148,10 +148,11 @@ CREATE TABLE t_Partner (
   PRIMARY KEY (FType, FItemID));
 
 CREATE TABLE t_UserProfile (
+  FUserID INTEGER NOT NULL,
   FSection VARCHAR(80) NOT NULL,
   FName VARCHAR(80) NOT NULL,
   FPackage TEXT NOT NULL,
-  PRIMARY KEY (FSection, FName));
+  PRIMARY KEY (FUserID, FSection, FName));
 
 CREATE TABLE t_MailOutbox (
   FID INTEGER NOT NULL PRIMARY KEY,
