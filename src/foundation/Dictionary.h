@@ -68,6 +68,11 @@ class Dictionary {
   Road road_ = Road::kByName;
 };
 
+// A stored value as a key, borrowed where it is a text. The value must outlive the key.
+inline Key KeyOf(const Value& value) {
+  return value.IsText() ? Key::Borrow(value.Raw().bstrVal) : Key(TextView(value.ToText()));
+}
+
 // A record's field as a package; unset when absent.
 inline Dictionary PackageAt(const Dictionary& record, const Key& key) { return Dictionary(*record.GetValue(key)); }
 

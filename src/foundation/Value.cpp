@@ -69,7 +69,10 @@ VARIANT Value::Detach() noexcept {
 Value Value::Converted(VARTYPE type) const {
   Value result;
   // Booleans read "True" and "False"; numbers and dates are written as the user's settings have them.
-  Check(VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+  const HRESULT changed = VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT,
+                                              VARIANT_ALPHABOOL, type);
+  if (changed == DISP_E_BADVARTYPE) throw Error::TypeMismatch();  // so are objects refused, unset ones at least
+  Check(changed);
   return result;
 }
 
@@ -83,6 +86,8 @@ std::int32_t Value::ToInt32() const {
   return variant_.vt == VT_I4 ? static_cast<std::int32_t>(variant_.lVal)
                               : static_cast<std::int32_t>(Converted(VT_I4).variant_.lVal);
 }
+
+float Value::ToSingle() const { return variant_.vt == VT_R4 ? variant_.fltVal : Converted(VT_R4).variant_.fltVal; }
 
 double Value::ToDouble() const { return variant_.vt == VT_R8 ? variant_.dblVal : Converted(VT_R8).variant_.dblVal; }
 

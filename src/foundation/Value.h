@@ -93,6 +93,7 @@ class Value {
   bool ToBool() const;
   std::int16_t ToInt16() const;
   std::int32_t ToInt32() const;
+  float ToSingle() const;
   double ToDouble() const;
   Text ToText() const;
   // Appends what ToText gives; a database null appends nothing.

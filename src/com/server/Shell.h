@@ -38,6 +38,13 @@ HRESULT Return(REFIID iid, Target* target, Body&& body) noexcept {
   return Run(iid, [&] { HandOut(target, body()); });
 }
 
+// What a by-reference parameter refers to. Raises E_POINTER for the null that only an early-bound caller can pass.
+template <class T>
+T Referenced(T* parameter) {
+  if (!parameter) throw Error::NotSet();
+  return *parameter;
+}
+
 // A package parameter. Type mismatch where the object is no such container.
 inline Dictionary AsDictionary(IDispatch* object) { return Dictionary(ComPtr<IDispatch>(object)); }
 inline Vector AsVector(IDispatch* object) { return Vector(ComPtr<IDispatch>(object)); }
