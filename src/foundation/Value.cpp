@@ -97,7 +97,7 @@ Text Value::ToText() const {
 }
 
 void Value::AppendTo(Text& text) const {
-  if (variant_.vt == VT_NULL) return;
+  if (variant_.vt == VT_NULL || (IsObject() && !HoldsObject())) return;
   if (IsText()) {
     text += ViewOf(variant_.bstrVal);
   } else {

@@ -96,7 +96,7 @@ class Value {
   float ToSingle() const;
   double ToDouble() const;
   Text ToText() const;
-  // Appends what ToText gives; a database null appends nothing.
+  // Appends what ToText gives; a database null and an unset object append nothing.
   void AppendTo(Text& text) const;
   // Compares as texts, without copying where a text is stored.
   bool EqualsText(TextView text) const;
