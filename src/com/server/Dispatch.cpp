@@ -88,13 +88,15 @@ HRESULT Dispatch::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const 
   return FAILED(loaded_) ? loaded_ : typeInfo_->GetIDsOfNames(names, count, ids);
 }
 
-// Where a member knows only the other kind of assignment, `flags` become that kind.
+// Where a member knows only the other kind of assignment, or is a property called as a method, `flags` become its kind.
 const Dispatch::Member* Dispatch::Find(DISPID id, WORD& flags) const noexcept {
   const Member* other = nullptr;
   for (const auto& member : members_) {
     if (member.id != id) continue;
     if (FlagOf(member.kind) & flags) return &member;
-    if (flags & kAssignments && FlagOf(member.kind) & kAssignments) other = &member;
+    const bool assigned = flags & kAssignments && FlagOf(member.kind) & kAssignments;
+    const bool called = flags & DISPATCH_METHOD && member.kind == INVOKE_PROPERTYGET;
+    if (assigned || called) other = &member;
   }
   if (other) flags = FlagOf(other->kind);
   return other;
