@@ -1,16 +1,12 @@
 #pragma once
 
-#include <windows.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <map>
 #include <span>
 
+#include "foundation/PlainNames.h"
 #include "foundation/Text.h"
-
-// winuser.h has a macro of this name.
-#undef GetProp
 
 namespace tavio {
 

@@ -62,14 +62,17 @@ Value Value::CopyOf(const VARIANT& variant) {
 
 VARIANT Value::Detach() noexcept {
   const VARIANT detached = variant_;
-  VariantInit(&variant_);
+  variant_.vt = VT_EMPTY;
   return detached;
 }
 
 Value Value::Converted(VARTYPE type) const {
   Value result;
   // Booleans read "True" and "False"; numbers and dates are written as the user's settings have them.
-  Check(VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type));
+  const HRESULT changed = VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT,
+                                              VARIANT_ALPHABOOL, type);
+  if (changed == DISP_E_BADVARTYPE) throw Error::TypeMismatch();  // so are objects refused, unset ones at least
+  Check(changed);
   return result;
 }
 
@@ -94,7 +97,7 @@ Text Value::ToText() const {
 }
 
 void Value::AppendTo(Text& text) const {
-  if (variant_.vt == VT_NULL) return;
+  if (variant_.vt == VT_NULL || (IsObject() && !HoldsObject())) return;
   if (IsText()) {
     text += ViewOf(variant_.bstrVal);
   } else {

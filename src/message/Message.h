@@ -1,10 +1,7 @@
 #pragma once
 
 #include "foundation/Component.h"
-
-// winuser.h has macros of these names, which would rename the members.
-#undef GetMessage
-#undef SendMessage
+#include "foundation/PlainNames.h"
 
 namespace tavio {
 

@@ -1,20 +1,239 @@
+#include "foundation/Counter.h"
 #include "foundation/Operation.h"
+#include "foundation/PendingError.h"
+#include "foundation/ProcessState.h"
+#include "foundation/ResText.h"
+#include "foundation/SharedProperties.h"
 #include "foundation/ShowMessage.h"
+#include "foundation/modMorlaLogMsg.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
 namespace {
 
-using FoundationTest = LibraryTest;
+using Entries = std::vector<std::string>;
 
-TEST_F(FoundationTest, OperationReportsWhatWasThrown) {
-  const auto result = Operation<std::int32_t>({.log = L"A.B 保存", .report = L"A : B"}, [](std::int32_t& number) {
-    number = 5;
-    throw Error::Overflow();
+class FoundationTest : public LibraryTest {
+ protected:
+  // From here on a translation is seen to be one.
+  void TranslateInBrackets() {
+    texts->On(L"LoadString", [](Arguments& a) {
+      EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_BSTR);
+      return Value(TextView(L"<" + a.At(0).ToText() + L">"));
+    });
+  }
+};
+
+TEST_F(FoundationTest, OperationReportsWhateverIsThrown) {
+  const struct {
+    const wchar_t* description;
+    void (*fail)();
+  } cases[] = {
+      {L"断开", [] { throw Error(E_FAIL, L"Source", L"断开"); }},
+      {L"溢出", [] { CountedIn16Bits(32768); }},
+      {L"内存不足", [] { throw std::bad_alloc(); }},
+      {L"自动化错误 0x80004005", [] { throw std::runtime_error("not ours"); }},
+      {L"自动化错误 0x80004005", [] { throw 7; }},
+  };
+  for (const auto& c : cases) {
+    const auto failing = [&](Text& result) {
+      result = L"half-built";
+      c.fail();
+    };
+    EXPECT_EQ(Operation<Text>({.report = L"A : B "}, failing), Text());
+    EXPECT_EQ(boxes.Take(), Boxes{Warning(Text(L"A : B \r\n") + c.description)});
+  }
+  EXPECT_EQ(log->entries, Entries{});
+}
+
+TEST_F(FoundationTest, OperationIsLoggedAsItsLabelsSay) {
+  const struct {
+    Labels labels;
+    bool fails;
+    std::int32_t result;
+    Entries entries;
+  } cases[] = {
+      {{.log = L"A.B 保存"}, false, 5, {"begin A.B 保存", "end A.B 保存 1"}},
+      {{.log = L"A.B"}, true, 0, {"begin A.B", "end A.B 0"}},
+      {{.log = L"A.B", .resultAfterFailure = Labels::kKept}, true, 5, {"begin A.B", "end A.B 0"}},
+      {{.log = L"A.B", .outcome = 0, .outcomeAfterFailure = 1}, false, 5, {"begin A.B", "end A.B 0"}},
+      {{.log = L"A.B", .outcome = 0, .outcomeAfterFailure = 1}, true, 0, {"begin A.B", "end A.B 1"}},
+      {{.log = L"A.B", .closesWithBegin = true}, true, 0, {"begin A.B", "begin A.B"}},
+      {{}, true, 0, {}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    log->entries.clear();
+    const auto result = Operation<std::int32_t>(c.labels, [&](std::int32_t& number) {
+      number = 5;
+      if (c.fails) throw Error::Overflow();
+    });
+    EXPECT_EQ(result, c.result);
+    EXPECT_EQ(log->entries, c.entries);
+  }
+  Operation<bool>({.log = L"A.B"}, [](bool& done, std::int32_t& outcome) { outcome = done = true, outcome = 7; });
+  EXPECT_EQ(log->entries.back(), "end A.B 7");
+}
+
+TEST_F(FoundationTest, ShowMessageTranslatesOnlyTheUsualTitle) {
+  TranslateInBrackets();
+  for (const auto& [given, shown] :
+       {std::pair{L"Morla提示", L"<Morla提示>"}, {L"morla提示", L"morla提示"}, {L"", L""}}) {
+    EXPECT_EQ(ShowMessage(L"保存?", MB_OK, given), IDOK);
+    EXPECT_EQ(boxes.Take(), (Boxes{{L"保存?", shown, MB_OK}}));
+  }
+}
+
+TEST_F(FoundationTest, ShowMessageHandsOnItsStyleAndTheAnswer) {
+  boxes.AnswerWith(IDNO);
+  for (const UINT style : {MB_YESNO | MB_ICONINFORMATION, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2,
+                           MB_YESNOCANCEL | MB_ICONERROR | MB_DEFBUTTON3}) {
+    EXPECT_EQ(ShowMessage(L"a\r\nb", static_cast<std::int32_t>(style), L"t"), IDNO);
+    EXPECT_EQ(boxes.Take(), (Boxes{{L"a\r\nb", L"t", style}}));
+  }
+}
+
+TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
+  TranslateInBrackets();
+  for (const auto& [source, translation] :
+       {std::pair{L"  用户 ", L"  <用户> "}, {L"用户 名", L"<用户 名>"}, {L"\t用户", L"<\t用户>"}, {L" a", L" <a>"}}) {
+    EXPECT_EQ(LoadResText(source), translation);
+  }
+  EXPECT_EQ(texts->Created(), 1);
+  EXPECT_EQ(texts->fileName, L"TavioDesign");
+  EXPECT_EQ(texts->language, L"CHS");
+  props->props = L"Language=eng";
+  LoadResText(L"a");
+  EXPECT_EQ(texts->language, L"CHS") << "the language is read once";
+}
+
+TEST_F(FoundationTest, TranslationWithoutTextOrLoaderIsEmpty) {
+  EXPECT_EQ(LoadResText(L""), L"");
+  EXPECT_EQ(LoadResText(L"   "), L"");
+  EXPECT_EQ(texts->Created(), 0);
+  texts.reset();
+  EXPECT_EQ(LoadResText(L"  用户 "), L"   ");
+  texts.emplace();
+  texts->On(L"LoadString", [](Arguments&) -> Value { throw Error::Overflow(); });
+  EXPECT_EQ(LoadResText(L"用户"), L"");
+}
+
+TEST_F(FoundationTest, FormResourcesComeBackThroughTheReference) {
+  FakeObject form;
+  FakeComponent loader(L"TavioFormText.FormTextLoader");
+  const auto made = Record({{L"Caption", L"用户"}});
+  std::size_t given = 0;
+  loader.On(L"LoadFrmResStrings", [&](Arguments& a) {
+    given = a.Count();
+    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_DISPATCH);
+    EXPECT_EQ(Show(a.At(1)) + Show(a.At(2)) + Show(a.At(3)), R"("CHS""""TavioDesign")");
+    if (given == 5) a.Return(4, made.AsValue());
+    return List({L"确定"}).AsValue();
   });
-  EXPECT_EQ(result, 0);
-  EXPECT_EQ(boxes.Take(), Boxes{Warning(L"A : B\r\n溢出")});
-  EXPECT_EQ(log->entries, (std::vector<std::string>{"begin A.B 保存", "end A.B 保存 0"}));
+  const Component window(form.New());
+  Dictionary none, some = Record({});
+  EXPECT_EQ(Show(LoadFormResources(window, none)), R"(["确定"])");
+  EXPECT_EQ(given, 4u);
+  LoadFormResources(window, some);
+  EXPECT_EQ(given, 5u);
+  EXPECT_EQ(some.Object(), made.Object());
+  EXPECT_FALSE(none);
+  EXPECT_EQ(loader.Living(), 0);
+}
+
+TEST_F(FoundationTest, PropValueIsFoundWithoutRegardToLetterCase) {
+  const struct {
+    const wchar_t* props;
+    const wchar_t* key;
+    const wchar_t* value;
+  } cases[] = {
+      {L"Language=chs;UserName=Ann", L"Language", L"CHS"},
+      {L"Language=chs;UserName=Ann", L"username", L"ANN"},
+      {L"Language=chs;", L"UserID", L""},
+      {L"UILanguage=x;Language=y;", L"Language", L"X"},
+      {L"ConnectString={a=b};", L"connectstring", L"{A=B}"},
+      {L"", L"Language", L""},
+  };
+  for (const auto& c : cases) {
+    props->props = c.props;
+    EXPECT_EQ(GetPropValue(c.key), c.value) << Utf8(c.props);
+  }
+}
+
+TEST_F(FoundationTest, SharePropertyIsReadTwiceAndTheStoreReleased) {
+  FakeObject shared;
+  props->On(L"GetProperty", [object = shared.New()](Arguments& a) {
+    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_I4);
+    EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_BSTR);
+    return a.At(1).EqualsText(L"Profile") ? Value(object) : Value(std::int32_t{7});
+  });
+  EXPECT_TRUE(GetShareProperty(L"Profile").HoldsObject());
+  EXPECT_EQ(props->Calls(L"GetProperty"), 2);
+  EXPECT_EQ(Show(GetShareProperty(L"Other")), "7");
+  EXPECT_EQ(props->Living(), 0);
+}
+
+TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {
+  props->On(L"GetProperty", [](Arguments&) -> Value { throw Error::Overflow(); });
+  EXPECT_EQ(GetPropsString(), L"");
+  props.reset();
+  EXPECT_EQ(GetPropsString(), L"");
+  EXPECT_EQ(GetPropValue(L"Language"), L"");
+  EXPECT_TRUE(GetShareProperty(L"Profile").IsEmpty());
+}
+
+TEST_F(FoundationTest, OverridesComeBeforeTheStore) {
+  FakeObject client;
+  client.On(L"PropsString", [](Arguments&) { return Value(L"a=object"); });
+  Process().propsOverrideObject.emplace(client.New());
+  EXPECT_EQ(GetPropsString(), L"a=object");
+  Process().propsOverride = L"a=text";
+  EXPECT_EQ(GetPropsString(), L"a=text");
+  EXPECT_EQ(props->Created(), 0);
+}
+
+TEST_F(FoundationTest, DisabledLogIsLetGoForGood) {
+  log->enabled = false;
+  EXPECT_EQ(LogStart(L"A.B"), 0);
+  EXPECT_EQ(log->Living(), 0);
+  log->enabled = true;
+  EXPECT_EQ(LogStart(L"A.B"), 0);
+  LogEnd(1, 1);
+  EXPECT_EQ(log->Created(), 1);
+  EXPECT_EQ(log->entries, Entries{});
+}
+
+TEST_F(FoundationTest, LogIsCreatedAtMostOnce) {
+  log.reset();
+  EXPECT_EQ(LogStart(L"A.B"), 0);
+  log.emplace();
+  EXPECT_EQ(LogStart(L"A.B"), 0);
+  EXPECT_EQ(log->Created(), 0);
+}
+
+TEST_F(FoundationTest, PendingErrorSurvivesLogAndTexts) {
+  log->On(L"LogEnd", [](Arguments& a) {
+    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_I4);
+    EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_I4);
+    SetErrorInfo(0, nullptr);
+    return Value();
+  });
+  texts->On(L"LoadString", [](Arguments&) {
+    SetErrorInfo(0, nullptr);
+    return Value();
+  });
+  const auto handle = LogStart(L"A.B");
+  ComPtr<ICreateErrorInfo> creation;
+  ComPtr<IErrorInfo> pending, found;
+  ASSERT_EQ(CreateErrorInfo(&creation), S_OK);
+  ASSERT_EQ(creation.As(&pending), S_OK);
+  SetErrorInfo(0, pending.Get());
+  LogEnd(handle, 1);
+  LoadResText(L"用户");
+  EXPECT_EQ(log->Calls(L"LogEnd"), 1);
+  EXPECT_EQ(texts->Calls(L"LoadString"), 1);
+  ASSERT_EQ(GetErrorInfo(0, &found), S_OK);
+  EXPECT_EQ(found, pending);
 }
 
 }  // namespace

@@ -1,0 +1,179 @@
+#include "foundation/Component.h"
+#include "foundation/Error.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+using ComponentTest = LibraryTest;
+using ValueTest = LibraryTest;
+
+// What `convert` answers, or the description of what it raises.
+template <class Convert>
+std::string Outcome(Convert&& convert) {
+  try {
+    return Show(Item(convert()).value);
+  } catch (const Error& error) {
+    return Utf8(error.Description());
+  }
+}
+
+HRESULT STDAPICALLTYPE FillInLater(EXCEPINFO* info) {
+  info->bstrDescription = SysAllocString(L"后来");
+  info->scode = E_ABORT;
+  return S_OK;
+}
+
+TEST_F(ValueTest, ConversionsFollowThePlatform) {
+  const struct {
+    Item stored;
+    const char* asShort;
+    const char* asLong;
+    const char* asBool;
+    const char* asText;
+  } cases[] = {
+      {Value(), "0s", "0", "false", R"("")"},
+      {Value::Missing(), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+      {Short(-7), "-7s", "-7", "true", R"("-7")"},
+      {32768, "溢出", "32768", "true", R"("32768")"},
+      {true, "-1s", "-1", "true", R"("True")"},
+      {2.5, "2s", "2", "true", R"("2.5")"},
+      {3.5, "4s", "4", "true", R"("3.5")"},
+      {-2.5, "-2s", "-2", "true", R"("-2.5")"},
+      {3e9, "溢出", "溢出", "true", R"("3000000000")"},
+      {0.1f, "0s", "0", "true", R"("0.1")"},
+      {L"12", "12s", "12", "true", R"("12")"},
+      {L"70000", "溢出", "70000", "true", R"("70000")"},
+      {L"True", "类型不匹配", "类型不匹配", "true", R"("True")"},
+      {L"保存", "类型不匹配", "类型不匹配", "类型不匹配", R"("保存")"},
+      {Record({{L"a", 1}}), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+      {Value(ComPtr<IDispatch>()), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(Show(c.stored.value));
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToInt16(); }), c.asShort);
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToInt32(); }), c.asLong);
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToBool(); }), c.asBool);
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToText(); }), c.asText);
+  }
+}
+
+TEST_F(ValueTest, ObjectIsUnsetOrAnObjectOrRefused) {
+  FakeObject fake;
+  const auto object = fake.New();
+  VARIANT null;
+  VariantInit(&null);
+  null.vt = VT_NULL;
+  EXPECT_EQ(Value(object).ToObject(), object);
+  EXPECT_EQ(Value().ToObject(), nullptr);
+  EXPECT_EQ(Value::In(null).ToObject(), nullptr);
+  EXPECT_EQ(Outcome([] { return Dictionary(Value(L"")); }), "类型不匹配");
+  EXPECT_EQ(Outcome([&] { return Dictionary(object); }), "类型不匹配") << "an object that is no container";
+  EXPECT_EQ(Outcome([] { return Dictionary().Count(); }), "对象未设置");
+  Text text = L"a";
+  Value::In(null).AppendTo(text);
+  EXPECT_EQ(text, L"a");
+}
+
+TEST_F(ValueTest, ArraysComeBackOnlyAsWhatTheyAre) {
+  const std::byte bytes[] = {std::byte{0}, std::byte{0xFF}};
+  const std::int32_t integers[] = {-1, 16394};
+  const Value asBytes = Value::Bytes(bytes);
+  EXPECT_EQ(asBytes.Copy().ToBytes(), std::vector<std::byte>(bytes, bytes + 2));
+  EXPECT_EQ(Value::Integers(integers).ToIntegers(), (std::vector<std::int32_t>{-1, 16394}));
+  EXPECT_TRUE(Value::Bytes({}).ToBytes().empty());
+  EXPECT_EQ(Outcome([&] { return asBytes.ToIntegers().empty(); }), "类型不匹配");
+  EXPECT_EQ(Outcome([] { return Value(L"ab").ToBytes().empty(); }), "类型不匹配");
+}
+
+TEST_F(ValueTest, KeysAreOneTextHoweverTheyAreMade) {
+  const auto record = Record({{L"16394", 1}, {L"FCode", 2}});
+  EXPECT_EQ(record.Get(Key(16394))->ToInt32(), 1);
+  EXPECT_EQ(record.Get(L"FCode"_key)->ToInt32(), 2);
+  EXPECT_EQ(SysStringLen(L"FCode"_key.Get()), 5u);
+  EXPECT_FALSE(record.Lookup(Key(TextView(L"fcode"))));
+  EXPECT_FALSE(record.Lookup(Key(-16394)));
+}
+
+TEST_F(ComponentTest, ReferencesGoOutTypedAndComeBack) {
+  FakeComponent fake(L"Tavio.Fake");
+  const auto other = Record({{L"a", 1}});
+  fake.On(L"Change", [&](Arguments& a) {
+    const VARTYPE expected[] = {VT_I4, VT_BOOL, VT_BSTR, VT_DISPATCH};
+    for (std::size_t i = 0; i < 4; ++i) EXPECT_EQ(a.Raw(i).vt, VT_BYREF | expected[i]) << i;
+    EXPECT_EQ(a.Raw(4).vt, VT_BSTR);
+    a.Return(0, Value(L"12"));
+    a.Return(1, Value(true));
+    a.Return(2, Value(L"新"));
+    a.Return(3, other.AsValue());
+    return Value(TextView(a.At(2).ToText() + a.At(4).ToText()));
+  });
+  std::int32_t number = 1;
+  bool flag = false;
+  Text text = L"旧";
+  auto package = Record({});
+  const auto component = Component::Create(L"Tavio.Fake");
+  const auto result = component.Call(L"change", ByRef(number), ByRef(flag), ByRef(text), ByRef(package), L"!");
+  EXPECT_EQ(Show(result), R"("新!")");
+  EXPECT_EQ(Show(List({number, flag, text, package})), R"([12, true, "新", {a: 1}])");
+  EXPECT_EQ(package.Object(), other.Object());
+}
+
+TEST_F(ComponentTest, NonsenseInAReferenceIsATypeMismatch) {
+  FakeObject fake;
+  fake.On(L"Change", [&](Arguments& a) {
+    a.Return(0, Value(fake.New()));
+    return Value();
+  });
+  const Component component(fake.New());
+  auto package = Record({{L"a", 1}});
+  EXPECT_EQ(Outcome([&] { return component.Call(L"Change", ByRef(package)); }), "类型不匹配");
+  EXPECT_EQ(Show(package), "{a: 1}");
+}
+
+TEST_F(ComponentTest, FailureKeepsTheComponentsOwnWords) {
+  FakeComponent fake(L"Tavio.Fake");
+  fake.On(L"Save", [](Arguments&) -> Value { throw Error(static_cast<HRESULT>(0x80040123), L"Platform", L"断开"); });
+  const auto component = Component::Create(L"Tavio.Fake");
+  try {
+    component.Call(L"Save");
+    FAIL() << "nothing was raised";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), static_cast<HRESULT>(0x80040123));
+    EXPECT_EQ(error.Source(), L"Platform");
+    EXPECT_EQ(error.Description(), L"断开");
+  }
+  EXPECT_EQ(Outcome([&] { return component.Call(L"Load"); }), "对象不支持该属性或方法");
+  EXPECT_EQ(Outcome([] { return Component(nullptr).Call(L"Save"); }), "对象未设置");
+  EXPECT_EQ(Outcome([] { return Component::Create(L"Tavio.Missing").Call(L"Save"); }), "不能创建组件 Tavio.Missing");
+}
+
+TEST_F(ComponentTest, PoorErrorInformationIsCompleted) {
+  EXCEPINFO deferred = {}, codeOnly = {}, unused = {};
+  deferred.pfnDeferredFillIn = &FillInLater;
+  codeOnly.wCode = 1004;
+  const auto filled = Error::FromInvoke(DISP_E_EXCEPTION, deferred);
+  EXPECT_EQ(filled.Number(), E_ABORT);
+  EXPECT_EQ(filled.Description(), L"后来");
+  EXPECT_EQ(Error::FromInvoke(DISP_E_EXCEPTION, codeOnly).Description(), L"自动化错误 0x800A03EC");
+  EXPECT_EQ(Error::FromInvoke(DISP_E_OVERFLOW, unused).Description(), L"溢出");
+}
+
+TEST_F(ComponentTest, PropertiesAreAssignedByValueOrByReference) {
+  FakeObject fake;
+  Value stored;
+  const auto read = [&](Arguments&) { return stored.Copy(); };
+  fake.On(L"Data", read, [&](Arguments& a) {
+    stored = a.At(0);
+    return Value();
+  });
+  const Component component(fake.New());
+  component.Assign(L"Data", Value(7));
+  EXPECT_EQ(Show(component.Read(L"Data")), "7");
+  const auto package = Record({});
+  component.Assign(L"Data", package.AsValue());
+  EXPECT_EQ(component.Read(L"Data").ToObject(), package.Object());
+}
+
+}  // namespace
+}  // namespace tavio::test
