@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "containers/KeyHash.h"
+#include "containers/RecentKeys.h"
 #include "containers/SharedKey.h"
 
 namespace tavio::vexo {
@@ -60,7 +61,7 @@ class OrderedMap {
     const auto hash = HashOf(key);
     const auto index = IndexOf(hash, key);
     if (index != kNone) return std::exchange(entries_[index].value_, std::move(value));
-    SharedKey fresh(key);
+    SharedKey fresh = entries_.size() < kFields ? RecentKeys::Get(hash, key) : SharedKey(key);
     MakeRoom();
     entries_.emplace_back(hash, std::move(fresh), std::move(value));
     if (!table_.empty()) Link(entries_.size() - 1);
@@ -104,6 +105,9 @@ class OrderedMap {
   static constexpr std::size_t kNone = static_cast<std::size_t>(-1);
   // Up to so many entries, comparing the hashes one by one is quicker than a table.
   static constexpr std::size_t kScanned = 8;
+  // Beyond so many entries, the keys are no names of fields, which other records have too.
+  static constexpr std::size_t kFields = 64;
+  static constexpr std::size_t kFewest = 4;
 
   std::size_t IndexOf(std::uint32_t hash, TextView key) const noexcept {
     if (table_.empty()) {
@@ -136,6 +140,7 @@ class OrderedMap {
 
   // At most half of the table is taken, holes included, so that a probe always ends.
   void MakeRoom() {
+    if (entries_.empty()) entries_.reserve(kFewest);
     const std::size_t wanted = entries_.size() + 1;
     if (table_.empty() ? wanted <= kScanned : wanted * 2 <= table_.size()) return;
     std::vector<std::uint32_t> larger(std::bit_ceil((Count() + 1) * 4));

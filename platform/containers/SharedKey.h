@@ -11,7 +11,7 @@
 
 namespace tavio::vexo {
 
-// The immutable key of an entry, shared by the records that were cloned from each other. It is laid out as a BSTR
+// The immutable key of an entry, shared by the records that have it in common. It is laid out as a BSTR
 // (length in bytes directly before the text, a zero behind it), so that it is lent as one; nobody but SharedKey may
 // free it.
 class SharedKey {
@@ -29,6 +29,14 @@ class SharedKey {
   }
   ~SharedKey() {
     if (text_ && HeadOf(text_).shares.fetch_sub(1, std::memory_order_acq_rel) == 1) Free(text_);
+  }
+
+  // A share as a plain pointer, and back.
+  [[nodiscard]] Char* Detach() noexcept { return std::exchange(text_, nullptr); }
+  static SharedKey Adopt(Char* detached) noexcept {
+    SharedKey key;
+    key.text_ = detached;
+    return key;
   }
 
   explicit operator bool() const noexcept { return text_ != nullptr; }

@@ -115,6 +115,20 @@ TEST(OrderedMapTest, IsWholeWhenAValueIsLetGo) {
   EXPECT_EQ(counts, "1+ 1- ");
 }
 
+TEST(OrderedMapTest, RecordsShareTheKeysTheyHaveInCommon) {
+  std::vector<Numbers> records(600);
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    records[i].Set(u"FCode", 1);
+    records[i].Set(KeyOf(i), 2);  // more keys than are remembered
+  }
+  std::size_t shared = 0;
+  for (std::size_t i = 0; i < records.size(); ++i) {
+    EXPECT_EQ(Text(records[i].At(2)->Key().View()), KeyOf(i));
+    if (i > 0 && records[i].At(1)->Key().Get() == records[i - 1].At(1)->Key().Get()) ++shared;
+  }
+  EXPECT_GT(shared, 500u);
+}
+
 // The same steps on a plain list.
 class Model {
  public:
