@@ -34,7 +34,10 @@ class ComClass : public Main, public ISupportErrorInfo {
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
-    if (left == 0) delete this;
+    if (left == 0) {
+      references_ = 1;  // who is called while this ends may take and release it once more
+      delete this;
+    }
     return left;
   }
 
