@@ -14,6 +14,7 @@ struct ProcessState {
   bool logCreationTried = false;
   std::optional<Component> resourceLoader;
   Text language;
+  bool translating = false;
   // Hooks that take precedence over the shared-properties component; nothing in the library assigns them.
   Text propsOverride;
   std::optional<Component> propsOverrideObject;

@@ -13,8 +13,16 @@ void AssignWhereDifferent(const Component& loader, const wchar_t* property, cons
   if (loader.Read(property).ToText() != wanted) loader.Assign(property, Value(TextView(wanted)));
 }
 
+// Marks a translation under way: what fails in it asks for the text of its own description, and so for a translation.
+struct Translating {
+  Translating() noexcept { Process().translating = true; }
+  ~Translating() { Process().translating = false; }
+};
+
 Text Translation(Text core) noexcept try {
   auto& process = Process();
+  if (process.translating) return Text();
+  const Translating underWay;
   if (process.language.empty()) process.language = GetPropValue(L"Language");
   if (!process.resourceLoader) process.resourceLoader = Component::Create(L"TavioResLoader.Loader");
   AssignWhereDifferent(*process.resourceLoader, L"ResFileBaseName", kResourceFile);
