@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string>
+#include <vector>
 
 #include "foundation/BString.h"
 
@@ -39,6 +41,26 @@ class Key {
 
   BString owned_;
   BSTR text_;
+};
+
+// One allocation that serves many keys, one after another.
+class KeyBuffer {
+ public:
+  // A key that holds until the next one is made.
+  Key Borrow(TextView text) {
+    const std::size_t units = text.size() + kLength + 1;
+    if (buffer_.size() < units) buffer_.resize(units * 2);
+    const auto bytes = static_cast<std::uint32_t>(text.size() * sizeof(wchar_t));
+    std::memcpy(buffer_.data(), &bytes, sizeof bytes);
+    text.copy(buffer_.data() + kLength, text.size());
+    buffer_[kLength + text.size()] = L'\0';
+    return Key::Borrow(buffer_.data() + kLength);
+  }
+
+ private:
+  static constexpr std::size_t kLength = sizeof(std::uint32_t) / sizeof(wchar_t);
+
+  std::vector<wchar_t> buffer_;
 };
 
 template <KeyLiteral literal>

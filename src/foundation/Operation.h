@@ -8,11 +8,13 @@
 
 namespace tavio {
 
+inline constexpr wchar_t kDescriptionOnly[] = L"";
+
 // What differs between public operations apart from what they do.
 struct Labels {
   // Label of the begin and end log entries; null where none are written.
   const wchar_t* log = nullptr;
-  // First line of the failure box; null where failures are silent.
+  // First line of the failure box; null where failures are silent, kDescriptionOnly where the box has no such line.
   const wchar_t* report = nullptr;
   // After a failure the result is dropped, or kept as far as it was built.
   enum { kDropped, kKept } resultAfterFailure = kDropped;

@@ -14,7 +14,6 @@ struct ProcessState {
   bool logCreationTried = false;
   std::optional<Component> resourceLoader;
   Text language;
-  bool translating = false;
   // Hooks that take precedence over the shared-properties component; nothing in the library assigns them.
   Text propsOverride;
   std::optional<Component> propsOverrideObject;

@@ -1,5 +1,7 @@
 #include "foundation/ResText.h"
 
+#include <utility>
+
 #include "foundation/PendingError.h"
 #include "foundation/ProcessState.h"
 #include "foundation/SharedProperties.h"
@@ -13,16 +15,25 @@ void AssignWhereDifferent(const Component& loader, const wchar_t* property, cons
   if (loader.Read(property).ToText() != wanted) loader.Assign(property, Value(TextView(wanted)));
 }
 
-// Marks a translation under way: what fails in it asks for the text of its own description, and so for a translation.
-struct Translating {
-  Translating() noexcept { Process().translating = true; }
-  ~Translating() { Process().translating = false; }
+// Failures of the lookup have descriptions that are looked up in turn.
+class LookupGuard {
+ public:
+  LookupGuard() noexcept : outermost_(!std::exchange(active_, true)) {}
+  ~LookupGuard() { active_ = !outermost_; }
+  LookupGuard(const LookupGuard&) = delete;
+  LookupGuard& operator=(const LookupGuard&) = delete;
+
+  bool Outermost() const noexcept { return outermost_; }
+
+ private:
+  static inline bool active_ = false;
+  bool outermost_;
 };
 
 Text Translation(Text core) noexcept try {
+  const LookupGuard guard;
+  if (!guard.Outermost()) return Text();
   auto& process = Process();
-  if (process.translating) return Text();
-  const Translating underWay;
   if (process.language.empty()) process.language = GetPropValue(L"Language");
   if (!process.resourceLoader) process.resourceLoader = Component::Create(L"TavioResLoader.Loader");
   AssignWhereDifferent(*process.resourceLoader, L"ResFileBaseName", kResourceFile);

@@ -12,7 +12,8 @@ std::int32_t ShowMessage(TextView text, std::int32_t style, TextView title) {
 }
 
 void ReportFailure(TextView label, const Error& error) {
-  ShowMessage(Text(label) + L"\r\n" + error.Description(), kWarning, kTitle);
+  const Text firstLine = label.empty() ? Text() : Text(label) + L"\r\n";
+  ShowMessage(firstLine + error.Description(), kWarning, kTitle);
 }
 
 }  // namespace tavio

@@ -62,7 +62,7 @@ Value Value::CopyOf(const VARIANT& variant) {
 
 VARIANT Value::Detach() noexcept {
   const VARIANT detached = variant_;
-  VariantInit(&variant_);
+  variant_.vt = VT_EMPTY;
   return detached;
 }
 
@@ -87,6 +87,8 @@ std::int32_t Value::ToInt32() const {
                               : static_cast<std::int32_t>(Converted(VT_I4).variant_.lVal);
 }
 
+float Value::ToSingle() const { return variant_.vt == VT_R4 ? variant_.fltVal : Converted(VT_R4).variant_.fltVal; }
+
 double Value::ToDouble() const { return variant_.vt == VT_R8 ? variant_.dblVal : Converted(VT_R8).variant_.dblVal; }
 
 Text Value::ToText() const {
@@ -95,7 +97,7 @@ Text Value::ToText() const {
 }
 
 void Value::AppendTo(Text& text) const {
-  if (variant_.vt == VT_NULL) return;
+  if (variant_.vt == VT_NULL || (IsObject() && !HoldsObject())) return;
   if (IsText()) {
     text += ViewOf(variant_.bstrVal);
   } else {

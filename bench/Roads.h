@@ -1,0 +1,11 @@
+#pragma once
+
+namespace tavio::bench {
+
+// The measured roads, a file each.
+void MeasureTranslation();
+void MeasureQueries();
+void MeasureSending();
+void MeasureDispatch();
+
+}  // namespace tavio::bench

@@ -1,0 +1,149 @@
+#include "actions/ActionCode.h"
+#include "actions/ActionStatus.h"
+#include "actions/BillActions.h"
+#include "foundation/LetterCase.h"
+#include "foundation/Operation.h"
+#include "foundation/ResText.h"
+#include "foundation/ShowMessage.h"
+
+namespace tavio {
+namespace {
+
+constexpr wchar_t kDeleteAllQuestion[] = L"如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
+// Yes and No, the second one default. Removing the last action asks with the question icon, removing all with the
+// information icon.
+constexpr std::int32_t kAskForLast = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
+constexpr std::int32_t kAskForAll = MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2;
+
+const wchar_t* TextOf(ActionCodeFault fault) noexcept {
+  switch (fault) {
+    case ActionCodeFault::kEmpty:
+      return L"操作代码不能为空！";
+    case ActionCodeFault::kNoLetterFirst:
+      return L"操作代码必须以字符开头！";
+    case ActionCodeFault::kBlankInside:
+      return L"操作代码中间不能包含空格！";
+    default:
+      return L"操作代码只能由字符和数字组成！";
+  }
+}
+
+bool UserAgrees(std::int32_t style) { return ShowMessage(LoadResText(kDeleteAllQuestion), style, kTitle) == IDYES; }
+
+// An action that never got a status counts as new.
+std::int32_t StatusOf(const Dictionary& action) {
+  return action.GetValue(L"FStatus"_key, Value(kStatusNew))->ToInt32();
+}
+
+void MarkDeleted(const Dictionary& action) { action.Set(L"FStatus"_key, Value(StatusAfterRemoval(StatusOf(action)))); }
+
+void TakeOverIdentity(const Dictionary& stored, const Dictionary& copy) {
+  copy.Set(L"FID"_key, *stored.Get(L"FID"_key));
+  const auto status = stored.GetValue(L"FStatus"_key);
+  copy.Set(L"FStatus"_key, Value(status->IsEmpty() ? kStatusModified : StatusAfterEdit(status->ToInt32())));
+}
+
+Text CodeText(const Dictionary& action, const Key& key) { return action.GetValue(key)->ToText(); }
+
+}  // namespace
+
+// Shows why a code is refused.
+bool BillActions::Accept(const Dictionary& action) const {
+  const auto fault = CheckActionCode(CodeText(action, L"FCode"_key));
+  if (fault == ActionCodeFault::kNone) return true;
+  ShowMessage(LoadResText(TextOf(fault)), kWarning, kTitle);
+  return false;
+}
+
+// The copy that is stored as a new action, unless a stored one lends it its identity.
+Dictionary BillActions::Prepare(const Dictionary& action) {
+  auto copy = action.Clone();
+  copy.Set(L"FID"_key, Value(std::int32_t{0}));
+  copy.Set(L"FStatus"_key, Value(kStatusNew));
+  if (!copy.Lookup(L"Messages"_key)) copy.Set(L"Messages"_key, Dictionary());
+  if (!actions_) actions_ = Dictionary::New();
+  return copy;
+}
+
+// Stores one more copy, in place of the entry `replacedKey` where there is one. All that can fail of a host's package
+// comes before the entry goes.
+void BillActions::Store(const Dictionary& copy, const Key* replacedKey) {
+  const auto stored = copy.Clone();
+  const auto code = stored.Get(L"FCode"_key);
+  const Key key{TextView(code->ToText())};
+  if (replacedKey) actions_.Remove(*replacedKey);
+  actions_.Set(key, stored);
+}
+
+bool BillActions::AddNew(const Dictionary& action) noexcept {
+  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.AddNew 加入操作集合",
+                          .report = L"TavioClassBillAction.BillActions : AddNew "},
+                         [&](bool& stored) {
+                           RequireBinding(L"AddNew");
+                           if (!action || !Accept(action)) return;
+                           const auto copy = Prepare(action);
+                           auto storedCode = CodeText(copy, L"FCode_Old"_key);
+                           if (storedCode.empty()) storedCode = CodeText(copy, L"FCode"_key);
+                           if (LookUp(storedCode)) {
+                             Replace(*Find(storedCode), copy);
+                           } else {
+                             Store(copy);
+                           }
+                           stored = true;
+                         });
+}
+
+// The action-management screen knows nothing of messages: those stored stay.
+void BillActions::Replace(const Found& found, const Dictionary& copy) {
+  TakeOverIdentity(found.action, copy);
+  if (found.action.Lookup(L"Messages"_key)) copy.Set(L"Messages"_key, *found.action.Get(L"Messages"_key));
+  const Key key{TextView(found.key)};
+  Store(copy, &key);
+}
+
+bool BillActions::Update(const Dictionary& action) noexcept {
+  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.Update 更新操作数据包",
+                          .report = L"TavioClassBillAction.BillActions : Update "},
+                         [&](bool& stored) {
+                           RequireBinding(L"Update");
+                           if (!action || !Accept(action)) return;
+                           const auto copy = Prepare(action);
+                           const auto code = CodeText(copy, L"FCode"_key);
+                           if (LookUp(code)) TakeOverIdentity(Find(code)->action, copy);
+                           Store(copy);
+                           stored = true;
+                         });
+}
+
+bool BillActions::IsLastLive(TextView code) const {
+  const Text upperCode = ToUpper(code);
+  const auto count = actions_.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const auto entry = actions_.At(i);
+    if (ToUpper(entry.KeyView()) != upperCode && !IsDeleted(StatusOf(Dictionary(*entry.value)))) return false;
+  }
+  return true;
+}
+
+bool BillActions::Remove(TextView code) noexcept {
+  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.Remove 从操作集合中移去指定的操作",
+                          .report = L"TavioClassBillAction.BillActions : Remove "},
+                         [&](bool& removed) {
+                           if (!LookUp(code)) return;
+                           if (IsLastLive(code) && !UserAgrees(kAskForLast)) return;
+                           MarkDeleted(Find(code)->action);
+                           removed = true;
+                         });
+}
+
+void BillActions::RemoveAll() noexcept {
+  Operation({.log = L"TavioClassBillAction.BillActions.RemoveAll 清空所有操作",
+             .report = L"TavioClassBillAction.BillActions : RemoveAll "},
+            [&] {
+              if (!actions_ || !UserAgrees(kAskForAll)) return;
+              const auto count = actions_.Count();
+              for (std::int32_t i = 1; i <= count; ++i) MarkDeleted(Dictionary(*actions_.At(i).value));
+            });
+}
+
+}  // namespace tavio

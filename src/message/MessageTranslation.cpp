@@ -1,0 +1,125 @@
+#include <functional>
+#include <unordered_map>
+
+#include "foundation/Error.h"
+#include "foundation/LetterCase.h"
+#include "foundation/Operation.h"
+#include "foundation/ResText.h"
+#include "message/Message.h"
+#include "message/MessageTemplate.h"
+
+namespace tavio {
+namespace {
+
+using Translation = std::function<void(TextView name, Text& result)>;
+
+Error Refused(TextView reason) {
+  return Error(static_cast<HRESULT>(0x80040001), L"TavioClassBillAction.Message.TransMessage", LoadResText(reason));
+}
+
+// All three together are refused, while two are settled by precedence: hosts pass two and count on it.
+void SettleFlags(bool& caption, bool& value, bool& name) {
+  if (caption && value && name) throw Refused(L"不能同时翻译标题和内容!");
+  if (!caption && !value && !name) throw Refused(L"未指定需要进行何种翻译!");
+  if (name) caption = value = false;
+  if (caption) value = false;
+}
+
+class ToCaptions {
+ public:
+  explicit ToCaptions(const Dictionary& variables) : variables_(variables) {}
+
+  void operator()(TextView name, Text& result) {
+    const auto variable = variables_.GetValue(key_.Borrow(name));
+    if (variable->IsEmpty()) return AppendBracketed(name, result);
+    const Dictionary entry(*variable);
+    const auto caption = entry.GetValue(L"FCaption"_key);
+    if (caption->IsEmpty()) return AppendBracketed(name, result);
+    result += L'[';
+    caption->AppendTo(result);
+    result += L']';
+  }
+
+ private:
+  const Dictionary& variables_;
+  KeyBuffer key_;
+};
+
+class ToValues {
+ public:
+  ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {
+    groupOnly_ = group_ && group_.GetValue(L"FCode"_key)->EqualsText(L"mnuEditUse");
+  }
+
+  void operator()(TextView name, Text& result) {
+    const Key key = key_.Borrow(name);
+    const auto variable = variables_.GetValue(key);
+    if (variable->IsEmpty()) return AppendBracketed(name, result);
+    const Dictionary entry(*variable);
+    if (!groupOnly_ && AppendStored(entry, L"FValue"_key, result)) return;
+    // With "mnuEditUse" the group's values are the only ones; otherwise they fill what the bill left open.
+    if (group_ && AppendStored(group_, key, result)) return;
+    AppendBracketed(name, result);
+  }
+
+ private:
+  static bool AppendStored(const Dictionary& record, const Key& key, Text& result) {
+    const auto stored = record.GetValue(key);
+    if (stored->IsEmpty() && !record.Lookup(key)) return false;
+    stored->AppendTo(result);
+    return true;
+  }
+
+  const Dictionary& variables_;
+  const Dictionary& group_;
+  bool groupOnly_ = false;
+  KeyBuffer key_;
+};
+
+// The variable names by upper-cased caption, the first one of each caption.
+class ToNames {
+ public:
+  explicit ToNames(const Dictionary& variables) {
+    const auto count = variables.Count();
+    for (std::int32_t i = 1; i <= count; ++i) {
+      const auto entry = variables.At(i);
+      const Dictionary variable(*entry.value);
+      const auto caption = variable.GetValue(L"FCaption"_key);
+      if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->ToText()), entry.KeyView());
+    }
+  }
+
+  void operator()(TextView caption, Text& result) const {
+    const auto found = names_.find(ToUpper(caption));
+    AppendBracketed(found == names_.end() ? caption : TextView(found->second), result);
+  }
+
+ private:
+  std::unordered_map<Text, Text> names_;
+};
+
+}  // namespace
+
+Text Message::TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept {
+  return Operation<Text>({.log = L"TavioClassBillAction.Message.TransMessage 翻译消息",
+                          .report = L"TavioClassBillAction.Message : TransMessage"},
+                         [&](Text& result) {
+                           SettleFlags(transCaption, transValue, transName);
+                           if (!variables_ || variables_.Count() == 0 || text.find(L'[') == TextView::npos) {
+                             result = text;
+                           } else if (transName) {
+                             result = RewriteBrackets(text, ToNames(variables_));
+                           } else if (transCaption) {
+                             result = RewriteBrackets(text, ToCaptions(variables_));
+                           } else {
+                             result = RewriteBrackets(text, ToValues(variables_, groupInfo_));
+                           }
+                         });
+}
+
+Text Message::TransValues(TextView text) noexcept {
+  bool caption = false, value = true, name = false;
+  return TransMessage(text, caption, value, name);
+}
+
+}  // namespace tavio

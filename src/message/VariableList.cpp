@@ -1,0 +1,80 @@
+#include "foundation/Operation.h"
+#include "message/Message.h"
+
+namespace tavio {
+namespace {
+
+constexpr std::int32_t kLookUpUser = 7;
+
+bool IsStored(const Dictionary& field) { return field.Get(L"FNeedSave"_key)->ToBool(); }
+
+// 12 is a field that is there for the platform only.
+bool IsVisible(const Dictionary& field) {
+  const auto visible = field.Get(L"FVisible"_key)->ToInt32();
+  return visible != 0 && visible != 12;
+}
+
+bool HoldsUser(const Dictionary& field) { return field.Get(L"FLookUpType"_key)->ToInt32() == kLookUpUser; }
+
+void AddEntry(const Dictionary& list, const Dictionary& field) {
+  const Value name{TextView(field.Get(L"FKey"_key)->ToText())};
+  const auto entry = Dictionary::New();
+  entry.Set(L"FName"_key, name);
+  entry.Set(L"FCaption"_key, Value(TextView(field.Get(L"FCaption"_key)->ToText())));
+  list.Set(KeyOf(name), entry);
+}
+
+// Calls `visit` with the record of each header field, in order.
+template <class Visit>
+void ForEachHeaderField(const Dictionary& tableInfo, Visit&& visit) {
+  if (!tableInfo.Lookup(L"Page1"_key)) return;
+  const Dictionary page(*tableInfo.Get(L"Page1"_key));
+  const auto count = page.Count();
+  for (std::int32_t i = 1; i <= count; ++i) visit(Dictionary(*tableInfo.Get(page.At(i).BorrowKey())));
+}
+
+}  // namespace
+
+void Message::BuildVariables() {
+  variables_ = Dictionary();
+  variableUsers_ = Dictionary();
+  variables_ = Dictionary::New();
+  ForEachHeaderField(tableInfo_, [&](const Dictionary& field) {
+    if (IsStored(field) && IsVisible(field)) AddEntry(variables_, field);
+  });
+}
+
+void Message::BuildVariableUsers() {
+  variableUsers_ = Dictionary::New();
+  ForEachHeaderField(tableInfo_, [&](const Dictionary& field) {
+    if (IsStored(field) && HoldsUser(field)) AddEntry(variableUsers_, field);
+  });
+}
+
+void Message::RefreshVariableList() noexcept {
+  Operation({.log = L"TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表"}, [&] {
+    RequireTemplate(L"RefreshVariableList");
+    BuildVariables();
+    BuildVariableUsers();
+  });
+}
+
+bool Message::AddVariable(const Dictionary& variable) noexcept {
+  return Operation<bool>(
+      {.log = L"TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元",
+       .report = L"TavioClassBillAction.Message : AddVariable",
+       .resultAfterFailure = Labels::kKept},
+      [&](bool& added) {
+        if (!variable || !variable.Lookup(L"FName"_key) || !variable.Lookup(L"FCaption"_key)) return;
+        if (!variables_) RefreshVariableList();
+        const auto entry = Dictionary::New();
+        const auto name = variable.Get(L"FName"_key);
+        entry.Set(L"FName"_key, *name);
+        entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
+        entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
+        variables_.Set(KeyOf(*name), entry);
+        added = true;
+      });
+}
+
+}  // namespace tavio

@@ -1,0 +1,55 @@
+#include <string>
+
+#include "foundation/RecordSet.h"
+#include "foundation/SharedProperties.h"
+#include "message/Message.h"
+#include "message/Recipients.h"
+
+namespace tavio {
+namespace {
+
+constexpr std::int32_t kNobody = 0;
+
+// The user who works as an employee; nobody where there is none who may log in.
+std::int32_t UserOfEmployee(std::int32_t employee) {
+  const auto classInfo = Component::Create(L"TavioMClass.ClassInfo");
+  const Text sql = L"select FUserID from t_User where FEmpID=" + std::to_wstring(employee) + L" and FForbidden <> 1";
+  const RecordSet users(classInfo.Call(L"GetData", GetPropsString(), sql));
+  return users.EndReached() ? kNobody : users.Field(L"FUserID").ToInt32();
+}
+
+// An empty text is an empty field, not a malformed number.
+std::int32_t NumberIn(const Value& value) {
+  const bool nothing = value.IsEmpty() || value.Type() == VT_NULL || (value.IsText() && value.EqualsText(L""));
+  return nothing ? kNobody : value.ToInt32();
+}
+
+}  // namespace
+
+// The user that a header field holds: an ID, or a looked-up user or employee.
+std::int32_t Message::UserOf(const Value& held) const {
+  if (!held.IsObject()) return NumberIn(held);
+  const Dictionary record(held);
+  if (!record) return kNobody;
+  const auto user = NumberIn(*record.GetValue(L"FUserID"_key));
+  if (user != kNobody) return user;
+  const auto employee = NumberIn(*record.GetValue(L"FEmpID"_key));
+  return employee == kNobody ? kNobody : UserOfEmployee(employee);
+}
+
+// Adds the users named by the bill's header fields to the recipients, in place. Excluded users are not let in again.
+Dictionary Message::WithVariableUsers(const Dictionary& recipients) const {
+  const Dictionary& bill = data_ ? data_ : bill_;
+  if (!variableUsers_ || !bill) return recipients;
+  const auto page = PackageAt(bill, L"Page1"_key);
+  if (!page) return recipients;
+  const auto count = variableUsers_.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const auto field = variableUsers_.At(i);
+    const auto user = UserOf(*page.GetValue(field.BorrowKey()));
+    if (user != kNobody) AddRecipient(recipients, user, message_);
+  }
+  return ExcludeUsers(recipients);
+}
+
+}  // namespace tavio

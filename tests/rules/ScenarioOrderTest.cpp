@@ -1,0 +1,131 @@
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "catalogues/ScenarioOrder.h"
+#include "tests/rules/WrittenScenarioOrder.h"
+
+namespace tavio::test {
+namespace {
+
+using Masks = std::vector<std::int32_t>;
+
+struct Listed {
+  Masks masks;   // in the order of the list
+  Masks levels;  // beside them
+};
+
+Listed List(const Masks& masks) {
+  const auto order = OrderScenarios(ScenarioParents(masks));
+  Listed listed;
+  for (const auto scenario : order.sequence) {
+    listed.masks.push_back(masks[scenario]);
+    listed.levels.push_back(order.levels[scenario]);
+  }
+  return listed;
+}
+
+TEST(ScenarioOrder, ListsSmallTrees) {
+  const struct {
+    const char* what;
+    Masks set, listed, levels;
+  } cases[] = {
+      {"no scenario", {}, {}, {}},
+      {"a tree, root last: the sibling that moved up is placed later, so before",
+       {1, 2, 3, 7},
+       {7, 3, 2, 1},
+       {0, 1, 2, 2}},
+      {"siblings of one pass", {7, 64, 1, 128, 2, 256, 4}, {7, 4, 2, 1, 64, 256, 128}, {0, 1, 1, 1, 0, 0, 0}},
+      {"no shared bit: roots, every second one skipped", {1, 2, 4, 8}, {1, 4, 2, 8}, {0, 0, 0, 0}},
+      {"zero is a root and nobody's parent", {0, 1}, {0, 1}, {0, 0}},
+      {"a negative mask is smaller than those it shares bits with", {-1, 5, 4}, {5, 4, -1}, {0, 1, 2}},
+      {"negative masks share their sign", {-8, -2}, {-2, -8}, {0, 1}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    const auto listed = List(c.set);
+    EXPECT_EQ(listed.masks, c.listed);
+    EXPECT_EQ(listed.levels, c.levels);
+  }
+}
+
+// Sets of many shapes; `size` distinct masks, in random order.
+class RandomSets {
+ public:
+  Masks Make(std::size_t size) {
+    const auto shape = Number(0, 4);
+    std::set<std::int32_t> distinct;
+    while (distinct.size() < size) distinct.insert(Mask(shape, static_cast<std::int32_t>(size)));
+    Masks masks(distinct.begin(), distinct.end());
+    if (Number(0, 3) == 0) std::ranges::reverse(masks);
+    if (Number(0, 3) != 0) std::ranges::shuffle(masks, random_);
+    return masks;
+  }
+  std::vector<ScenarioIndex> MakeParents(std::size_t size) {
+    std::vector<ScenarioIndex> parents(size);
+    for (auto& parent : parents) {
+      const auto number = static_cast<ScenarioIndex>(Number(0, static_cast<std::int32_t>(size)));
+      parent = number == size || Number(0, 3) == 0 ? kNoScenario : number;
+    }
+    return parents;
+  }
+
+ private:
+  std::int32_t Number(std::int32_t low, std::int32_t high) {
+    return std::uniform_int_distribution<std::int32_t>(low, high)(random_);
+  }
+  std::int32_t Mask(std::int32_t shape, std::int32_t size) {
+    switch (shape) {
+      case 0:  // dense, zero and negative masks included
+        return Number(-size, size);
+      case 1:  // 31 bits
+        return Number(0, std::numeric_limits<std::int32_t>::max());
+      case 2:  // chains
+        return 2 * Number(0, 2 * size) + 1;
+      case 3:  // a forest: a group's bit and a member's
+        return (1 << Number(20, 30)) | (1 << Number(0, 19)) | Number(0, size);
+      default:  // any
+        return Number(std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max());
+    }
+  }
+
+  std::mt19937 random_{20240229};
+};
+
+TEST(ScenarioOrder, EqualsThePassesAsWritten) {
+  RandomSets sets;
+  for (std::size_t run = 0; run < 3000; ++run) {
+    const auto masks = sets.Make(run % 97);
+    const auto parents = ScenarioParents(masks);
+    ASSERT_EQ(parents, WrittenParents(masks)) << ::testing::PrintToString(masks);
+    const auto order = OrderScenarios(parents);
+    const auto written = WrittenOrder(parents);
+    ASSERT_EQ(order.sequence, written.sequence) << ::testing::PrintToString(masks);
+    ASSERT_EQ(order.levels, written.levels) << ::testing::PrintToString(masks);
+  }
+}
+
+TEST(ScenarioOrder, LeavesRingsAtTheEnd) {
+  RandomSets sets;
+  for (std::size_t run = 0; run < 3000; ++run) {
+    const auto parents = sets.MakeParents(run % 23);
+    const auto order = OrderScenarios(parents);
+    const auto written = WrittenOrder(parents);
+    ASSERT_EQ(order.sequence, written.sequence) << ::testing::PrintToString(parents);
+    ASSERT_EQ(order.levels, written.levels) << ::testing::PrintToString(parents);
+  }
+}
+
+// Every pass places one scenario only, so there are as many passes as scenarios.
+TEST(ScenarioOrder, ListsTheLongestChain) {
+  Masks masks;
+  for (std::int32_t i = 0; i < 32767; ++i) masks.push_back(2 * i + 1);
+  const auto listed = List(masks);
+  for (std::size_t i = 0; i < masks.size(); ++i) {
+    ASSERT_EQ(listed.masks[i], masks[masks.size() - 1 - i]);
+    ASSERT_EQ(listed.levels[i], static_cast<std::int32_t>(i));
+  }
+}
+
+}  // namespace
+}  // namespace tavio::test
