@@ -111,7 +111,7 @@ TEST_F(FoundationTest, TranslationWithoutTextOrLoaderIsEmpty) {
   EXPECT_EQ(LoadResText(L""), L"");
   EXPECT_EQ(LoadResText(L"   "), L"");
   EXPECT_EQ(texts->Created(), 0);
-  texts.reset();
+  texts.reset();  // the failure to create it is not described by it
   EXPECT_EQ(LoadResText(L"  用户 "), L"   ");
   texts.emplace();
   texts->On(L"LoadString", [](Arguments&) -> Value { throw Error::Overflow(); });
