@@ -27,10 +27,12 @@ std::vector<int> ButtonsOf(HWND box) {
 
 // Asked for its default button, a box answers wrongly under Wine.
 int DefaultButtonOf(HWND box, const std::vector<int>& buttons) {
-  const auto found = std::find_if(buttons.begin(), buttons.end(), [&](int id) {
+  // Not what the dialog names as its default, which can be a button that the box does not have.
+  const auto isDefault = [&](int id) {
     return (GetWindowLongPtrW(GetDlgItem(box, id), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
-  });
-  return found == buttons.end() ? buttons.front() : *found;
+  };
+  const auto found = std::find_if(buttons.begin(), buttons.end(), isDefault);
+  return found == buttons.end() ? IDOK : *found;
 }
 
 bool IsMessageBox(HWND window) {
