@@ -12,12 +12,15 @@ constexpr IID kStreamInterface = {0x00000565, 0x0000, 0x0010, {0x80, 0x00, 0x00,
 
 }  // namespace
 
-// Through the interface, not by name: a machine whose type library is registered under another version answers no names.
+// Through the interface, not by name: a machine whose type library is registered under another version answers no
+// names.
 bool WriteThroughStream(const Text& path, const Value& bytes) {
   CLSID id;
   ComPtr<_Stream> stream;
   if (FAILED(CLSIDFromProgID(L"ADODB.Stream", &id))) return false;
-  if (FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, kStreamInterface, reinterpret_cast<void**>(stream.GetAddressOf())))) return false;
+  if (FAILED(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, kStreamInterface,
+                              reinterpret_cast<void**>(stream.GetAddressOf()))))
+    return false;
   Check(stream->put_Type(adTypeBinary));
   VARIANT noSource = Value::Missing().Raw();
   Check(stream->Open(noSource, adModeUnknown, adOpenStreamUnspecified, nullptr, nullptr));

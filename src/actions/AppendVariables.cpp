@@ -12,7 +12,8 @@ bool BillActions::AddAppendVariables(const Dictionary& variables) noexcept {
               const auto count = variables.Count();
               for (std::int32_t i = 1; i <= count; ++i) {
                 const auto entry = variables.At(i);
-                appendVariables_.Set(entry.BorrowKey(), Dictionary(*entry.value));
+                if (!entry.value->IsObject()) throw Error::TypeMismatch();
+                appendVariables_.Set(entry.BorrowKey(), *entry.value);
               }
             });
   return false;  // hosts have learnt not to look at it

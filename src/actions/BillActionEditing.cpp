@@ -9,8 +9,7 @@
 namespace tavio {
 namespace {
 
-constexpr wchar_t kDeleteAllQuestion[] =
-    L"如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
+constexpr wchar_t kDeleteAllQuestion[] = L"如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
 // Yes and No, the second one default. Removing the last action asks with the question icon, removing all with the
 // information icon.
 constexpr std::int32_t kAskForLast = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
@@ -29,18 +28,14 @@ const wchar_t* TextOf(ActionCodeFault fault) noexcept {
   }
 }
 
-bool UserAgrees(std::int32_t style) {
-  return ShowMessage(LoadResText(kDeleteAllQuestion), style, kTitle) == IDYES;
-}
+bool UserAgrees(std::int32_t style) { return ShowMessage(LoadResText(kDeleteAllQuestion), style, kTitle) == IDYES; }
 
 // An action that never got a status counts as new.
 std::int32_t StatusOf(const Dictionary& action) {
   return action.GetValue(L"FStatus"_key, Value(kStatusNew))->ToInt32();
 }
 
-void MarkDeleted(const Dictionary& action) {
-  action.Set(L"FStatus"_key, Value(StatusAfterRemoval(StatusOf(action))));
-}
+void MarkDeleted(const Dictionary& action) { action.Set(L"FStatus"_key, Value(StatusAfterRemoval(StatusOf(action)))); }
 
 void TakeOverIdentity(const Dictionary& stored, const Dictionary& copy) {
   copy.Set(L"FID"_key, *stored.Get(L"FID"_key));
@@ -70,7 +65,15 @@ Dictionary BillActions::Prepare(const Dictionary& action) {
   return copy;
 }
 
-void BillActions::Store(const Dictionary& copy) { actions_.Set(KeyOf(*copy.Get(L"FCode"_key)), copy.Clone()); }
+// Stores one more copy, in place of the entry `replacedKey` where there is one. All that can fail of a host's package
+// comes before the entry goes.
+void BillActions::Store(const Dictionary& copy, const Key* replacedKey) {
+  const auto stored = copy.Clone();
+  const auto code = stored.Get(L"FCode"_key);
+  const Key key{TextView(code->ToText())};
+  if (replacedKey) actions_.Remove(*replacedKey);
+  actions_.Set(key, stored);
+}
 
 bool BillActions::AddNew(const Dictionary& action) noexcept {
   return Operation<bool>({.log = L"TavioClassBillAction.BillActions.AddNew 加入操作集合",
@@ -82,17 +85,20 @@ bool BillActions::AddNew(const Dictionary& action) noexcept {
                            auto storedCode = CodeText(copy, L"FCode_Old"_key);
                            if (storedCode.empty()) storedCode = CodeText(copy, L"FCode"_key);
                            if (LookUp(storedCode)) {
-                             const auto found = Find(storedCode);
-                             TakeOverIdentity(found->action, copy);
-                             // The action-management screen knows nothing of messages: those stored stay.
-                             if (found->action.Lookup(L"Messages"_key)) {
-                               copy.Set(L"Messages"_key, *found->action.Get(L"Messages"_key));
-                             }
-                             actions_.Remove(Key(found->key));
+                             Replace(*Find(storedCode), copy);
+                           } else {
+                             Store(copy);
                            }
-                           Store(copy);
                            stored = true;
                          });
+}
+
+// The action-management screen knows nothing of messages: those stored stay.
+void BillActions::Replace(const Found& found, const Dictionary& copy) {
+  TakeOverIdentity(found.action, copy);
+  if (found.action.Lookup(L"Messages"_key)) copy.Set(L"Messages"_key, *found.action.Get(L"Messages"_key));
+  const Key key{TextView(found.key)};
+  Store(copy, &key);
 }
 
 bool BillActions::Update(const Dictionary& action) noexcept {

@@ -74,7 +74,8 @@ class BillActions {
   std::optional<Found> Find(TextView code) const;
   bool Accept(const Dictionary& action) const;
   Dictionary Prepare(const Dictionary& action);
-  void Store(const Dictionary& copy);
+  void Replace(const Found& found, const Dictionary& copy);
+  void Store(const Dictionary& copy, const Key* replacedKey = nullptr);
   bool IsLastLive(TextView code) const;
   Component Catalogue();
   void AssignRightMask() noexcept;

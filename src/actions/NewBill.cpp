@@ -30,8 +30,7 @@ void BillActions::NewBill() noexcept {
              .report = L"TavioClassBillAction.BillActions : NewBill"},
             [&] {
               RequireBinding(L"NewBill");
-              const auto billType = classType_.Get(L"FBillTypeID"_key);
-              const Value defaults = Catalogue().Call(L"GetDefaultActions", *billType);
+              const Value defaults = Catalogue().Call(L"GetDefaultActions", *classType_.Get(L"FBillTypeID"_key));
               actions_ = Dictionary::New();
               const Vector actions(defaults);
               const auto count = CountedIn16Bits(actions.Count());

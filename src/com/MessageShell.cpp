@@ -1,19 +1,7 @@
 #include "com/MessageShell.h"
 
-#include "com/server/Shell.h"
-
 namespace tavio::com {
 namespace {
-
-template <class Body>
-HRESULT Do(Body&& body) noexcept {
-  return Run(__uuidof(_Message), std::forward<Body>(body));
-}
-
-template <class Target, class Body>
-HRESULT Give(Target* target, Body&& body) noexcept {
-  return Return(__uuidof(_Message), target, std::forward<Body>(body));
-}
 
 // A by-reference flag as a bool for the time of a call. One that an early-bound caller left null is false.
 class Flag {

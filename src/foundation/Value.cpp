@@ -62,7 +62,7 @@ Value Value::CopyOf(const VARIANT& variant) {
 
 VARIANT Value::Detach() noexcept {
   const VARIANT detached = variant_;
-  VariantInit(&variant_);
+  variant_.vt = VT_EMPTY;
   return detached;
 }
 
@@ -97,7 +97,7 @@ Text Value::ToText() const {
 }
 
 void Value::AppendTo(Text& text) const {
-  if (variant_.vt == VT_NULL) return;
+  if (variant_.vt == VT_NULL || (IsObject() && !HoldsObject())) return;
   if (IsText()) {
     text += ViewOf(variant_.bstrVal);
   } else {

@@ -30,10 +30,10 @@ class ToCaptions {
   explicit ToCaptions(const Dictionary& variables) : variables_(variables) {}
 
   void operator()(TextView name, Text& result) {
-    const auto variable = variables_.Get(key_.Borrow(name));
+    const auto variable = variables_.GetValue(key_.Borrow(name));
     if (variable->IsEmpty()) return AppendBracketed(name, result);
     const Dictionary entry(*variable);
-    const auto caption = entry.Get(L"FCaption"_key);
+    const auto caption = entry.GetValue(L"FCaption"_key);
     if (caption->IsEmpty()) return AppendBracketed(name, result);
     result += L'[';
     caption->AppendTo(result);
@@ -53,7 +53,7 @@ class ToValues {
 
   void operator()(TextView name, Text& result) {
     const Key key = key_.Borrow(name);
-    const auto variable = variables_.Get(key);
+    const auto variable = variables_.GetValue(key);
     if (variable->IsEmpty()) return AppendBracketed(name, result);
     const Dictionary entry(*variable);
     if (!groupOnly_ && AppendStored(entry, L"FValue"_key, result)) return;
@@ -64,7 +64,7 @@ class ToValues {
 
  private:
   static bool AppendStored(const Dictionary& record, const Key& key, Text& result) {
-    const auto stored = record.Get(key);
+    const auto stored = record.GetValue(key);
     if (stored->IsEmpty() && !record.Lookup(key)) return false;
     stored->AppendTo(result);
     return true;
@@ -84,7 +84,7 @@ class ToNames {
     for (std::int32_t i = 1; i <= count; ++i) {
       const auto entry = variables.At(i);
       const Dictionary variable(*entry.value);
-      const auto caption = variable.Get(L"FCaption"_key);
+      const auto caption = variable.GetValue(L"FCaption"_key);
       if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->ToText()), entry.KeyView());
     }
   }

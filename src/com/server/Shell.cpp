@@ -11,7 +11,7 @@ HRESULT Raise(REFIID iid, const Error& error) noexcept {
     creation->SetDescription(const_cast<wchar_t*>(error.Description().c_str()));
     SetErrorInfo(0, info.Get());
   }
-  return error.Number();
+  return FAILED(error.Number()) ? error.Number() : E_FAIL;  // components raise small numbers too
 }
 
 }  // namespace tavio::com
