@@ -8,6 +8,7 @@ int main() {
   tavio::bench::MeasureTranslation();
   tavio::bench::MeasureQueries();
   tavio::bench::MeasureSending();
+  tavio::bench::MeasureAddresses();
   tavio::bench::MeasureDispatch();
   return 0;
 }

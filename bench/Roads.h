@@ -6,6 +6,7 @@ namespace tavio::bench {
 void MeasureTranslation();
 void MeasureQueries();
 void MeasureSending();
+void MeasureAddresses();
 void MeasureDispatch();
 
 }  // namespace tavio::bench

@@ -1,8 +1,8 @@
 #include "development/Database.h"
 
+#include <windows.h>
 #include <sql.h>
 #include <sqlext.h>
-#include <windows.h>
 
 #include <cwchar>
 #include <deque>

@@ -79,10 +79,10 @@ std::string HeaderText(const Encoder& encoder, const Text& raw) {
 // A display name beside its address. A plain one is quoted, since a comma or a dot would end it.
 std::string DisplayName(const Encoder& encoder, const Text& name) {
   if (name.empty()) return {};
-  if (!IsPlain(name)) return HeaderText(encoder, name) + " ";
+  if (!IsPlain(name) || name.size() >= kLine) return HeaderText(encoder, name) + "\r\n ";
   std::string quoted = "\"";
   for (const char c : ToUtf8(name)) quoted += (c == '"' || c == '\\') ? std::string{'\\', c} : std::string{c};
-  return quoted + "\" ";
+  return quoted + "\"\r\n ";
 }
 
 std::string Date() {

@@ -21,6 +21,8 @@ Text Shown(const Value& held, const Dictionary& field) {
   return {};
 }
 
+constexpr std::int32_t kUserField = 7;
+
 bool IsRecord(const Value& value) { return value.HoldsObject() && HasMember(value.ToObject().Get(), L"Lookup"); }
 
 }  // namespace
@@ -46,7 +48,14 @@ Dictionary NotePrint::HeaderOf(std::int32_t bill) {
   return PackageAt(Dictionary(FromJson(FromColumn(rows.cells[0][0]))), L"Page1"_key);
 }
 
-std::vector<Text> NotePrint::Lines(const Dictionary& header) const {
+// What a field shows, where it holds a user's ID the user's name.
+Text NotePrint::ShownWithUser(const Value& held, const Dictionary& field) {
+  if (held.Type() != VT_I4 || field.GetValue(L"FLookUpType"_key)->ToInt32() != kUserField) return Shown(held, field);
+  const Rows rows = Store().Query(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
+  return rows.IsEmpty() ? held.ToText() : rows.cells[0][0].ToText();
+}
+
+std::vector<Text> NotePrint::Lines(const Dictionary& header) {
   const Dictionary info(tableInfo_);
   if (!info) throw Error(E_FAIL, L"TavioClassBillPrint.clsNotePrint", L"请先设置字段信息");
   std::vector<Text> lines;
@@ -55,7 +64,7 @@ std::vector<Text> NotePrint::Lines(const Dictionary& header) const {
     const Key key{TextView(fields.Name(i))};
     const Dictionary field = PackageAt(info, key);
     if (!field || field.GetValue(L"FVisible"_key)->ToInt32() == 0) continue;
-    const Text value = header && header.Lookup(key) ? Shown(*header.Get(key), field) : Text();
+    const Text value = header && header.Lookup(key) ? ShownWithUser(*header.Get(key), field) : Text();
     lines.push_back(field.GetValue(L"FCaption"_key)->ToText() + L": " + value);
   }
   return lines;

@@ -18,7 +18,8 @@ class NotePrint final : public PlatformObject {
  private:
   Value CreatePdfFile(const Arguments& arguments);
   Dictionary HeaderOf(std::int32_t bill);
-  std::vector<Text> Lines(const Dictionary& header) const;
+  Text ShownWithUser(const Value& held, const Dictionary& field);
+  std::vector<Text> Lines(const Dictionary& header);
 
   Value dataService_;
   Value tableInfo_;

@@ -45,6 +45,9 @@ std::string DecimalDigits(const Value& value) {
   return ToUtf8(text.ToText());
 }
 
+// Whether an object stands for something else.
+bool IsMarked(const Json& json) { return json.size() == 1 && json.begin().key().starts_with('$'); }
+
 Json Write(const Value& value, int depth);
 
 Json WriteRecord(const Dictionary& record, int depth) {
@@ -54,7 +57,7 @@ Json WriteRecord(const Dictionary& record, int depth) {
     const auto entry = record.At(i);
     json[ToUtf8(entry.KeyView())] = Write(*entry.value, depth + 1);
   }
-  return json;
+  return IsMarked(json) ? Json{{"$record", std::move(json)}} : json;
 }
 
 Json WriteList(const Vector& list, int depth) {
@@ -106,8 +109,11 @@ Json Write(const Value& value, int depth) {
   }
 }
 
-// Whether `json` is one of the marked scalars.
-bool IsMarked(const Json& json) { return json.size() == 1 && json.begin().key().starts_with('$'); }
+Value ReadRecord(const Json& json) {
+  const Dictionary record = Dictionary::New();
+  for (const auto& [key, value] : json.items()) record.Set(Key(FromUtf8(key)), FromJson(value));
+  return record.AsValue();
+}
 
 Value ReadMarked(const std::string& mark, const Json& json) {
   if (mark == "$i2") return Value(json.get<std::int16_t>());
@@ -115,13 +121,8 @@ Value ReadMarked(const std::string& mark, const Json& json) {
   if (mark == "$date") return FromIsoDate(json.get<std::string>());
   if (mark == "$decimal") return FromDecimal(json.get<std::string>());
   if (mark == "$object") return Value(ComPtr<IDispatch>());
+  if (mark == "$record") return ReadRecord(json);
   return Value();
-}
-
-Value ReadRecord(const Json& json) {
-  const Dictionary record = Dictionary::New();
-  for (const auto& [key, value] : json.items()) record.Set(Key(FromUtf8(key)), FromJson(value));
-  return record.AsValue();
 }
 
 Value ReadList(const Json& json) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <utility>
 
 #include "com/server/Module.h"
 #include "development/Storage.h"
@@ -23,5 +24,13 @@ class PlatformObject : public LateBound {
  private:
   std::shared_ptr<Database> store_;
 };
+
+// A new object with its first reference. ComPtr's Attach is not used: that of mingw-w64 adds a reference of its own.
+template <class Object, class... Arguments>
+ComPtr<IDispatch> MakeObject(Arguments&&... arguments) {
+  ComPtr<IDispatch> object;
+  *object.GetAddressOf() = new Object(std::forward<Arguments>(arguments)...);
+  return object;
+}
 
 }  // namespace tavio::development

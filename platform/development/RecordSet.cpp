@@ -40,13 +40,6 @@ std::size_t Cursor::Find(const Value& nameOrIndex) const {
   throw Error(kNoField, L"DevPlatform.RecordSet", L"记录集没有字段 " + nameOrIndex.ToText());
 }
 
-template <class Object, class... Arguments>
-Value MakeObject(Arguments&&... arguments) {
-  ComPtr<IDispatch> object;
-  object.Attach(new Object(std::forward<Arguments>(arguments)...));
-  return Value(std::move(object));
-}
-
 class FieldObject final : public PlatformObject {
  public:
   FieldObject(std::shared_ptr<Cursor> cursor, std::size_t column) {
@@ -60,7 +53,7 @@ class FieldList final : public PlatformObject {
  public:
   explicit FieldList(std::shared_ptr<Cursor> cursor) {
     Add(L"Count", [cursor](Arguments&) { return Value(static_cast<std::int32_t>(cursor->rows.columns.size())); });
-    Add(L"Item", [cursor](Arguments& a) { return MakeObject<FieldObject>(cursor, cursor->Find(a.At(0))); });
+    Add(L"Item", [cursor](Arguments& a) { return Value(MakeObject<FieldObject>(cursor, cursor->Find(a.At(0)))); });
     Default(L"Item");
   }
 };
@@ -79,8 +72,8 @@ class RecordSet final : public PlatformObject {
 
  private:
   static Value FieldsOf(const std::shared_ptr<Cursor>& cursor, const Arguments& arguments) {
-    if (arguments.Count() == 0) return MakeObject<FieldList>(cursor);
-    return MakeObject<FieldObject>(cursor, cursor->Find(arguments.At(0)));
+    if (arguments.Count() == 0) return Value(MakeObject<FieldList>(cursor));
+    return Value(MakeObject<FieldObject>(cursor, cursor->Find(arguments.At(0))));
   }
 
   static Value MoveTo(Cursor& cursor, std::ptrdiff_t position) {
@@ -109,10 +102,6 @@ class RecordSet final : public PlatformObject {
 
 }  // namespace
 
-ComPtr<IDispatch> MakeRecordSet(Rows rows) {
-  ComPtr<IDispatch> object;
-  object.Attach(new RecordSet(std::move(rows)));
-  return object;
-}
+ComPtr<IDispatch> MakeRecordSet(Rows rows) { return MakeObject<RecordSet>(std::move(rows)); }
 
 }  // namespace tavio::development

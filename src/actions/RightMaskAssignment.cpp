@@ -57,7 +57,7 @@ bool TakeFromCatalogue(const Component& catalogue, const Dictionary& action) {
 
 void GiveMask(const Dictionary& action, TakenMasks& taken) {
   const auto objectId = NumberAt(action, L"FObjectID"_key);
-  const auto mask = FirstFreeRightMask([&](std::int32_t candidate) { return taken.Contains(candidate, objectId); });
+  const auto mask = FirstFreeRightMask([&](std::int32_t candidate) { return !taken.Contains(candidate, objectId); });
   action.Set(L"FRightMask"_key, Value(mask));
   if (mask == kNoMask) return;
   taken.Give(mask);

@@ -24,7 +24,7 @@ class TemporaryFolder {
 // directly otherwise. Raises Error.
 void WriteFileBytes(const Text& path, const Value& bytes);
 
-// The two roads of WriteFileBytes. The first answers false where there is no ADODB.Stream.
+// The two roads of WriteFileBytes. The first answers false where there is no ADODB.Stream, or one that saves no files.
 bool WriteThroughStream(const Text& path, const Value& bytes);
 void WriteDirectly(const Text& path, const Value& bytes);
 

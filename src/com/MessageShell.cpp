@@ -20,10 +20,6 @@ class Flag {
   bool value_;
 };
 
-HRESULT NotBuilt() noexcept {
-  return Run(__uuidof(_Message), []() -> void { throw Error(E_NOTIMPL, L"TavioClassBillAction.Message", L"此功能尚未提供"); });
-}
-
 }  // namespace
 
 STDMETHODIMP MessageShell::put_ClassTypeID(LONG value) {
@@ -78,7 +74,9 @@ STDMETHODIMP MessageShell::NewMessage() {
 STDMETHODIMP MessageShell::RefreshVariableValue(IDispatch** data, VARIANT_BOOL* result) {
   return Give(result, [&] { return message_.RefreshVariableValue(AsDictionary(Referenced(data))); });
 }
-STDMETHODIMP MessageShell::SendSMS(VARIANT_BOOL*) { return NotBuilt(); }
+STDMETHODIMP MessageShell::SendSMS(VARIANT_BOOL* result) {
+  return Give(result, [&] { return message_.SendSMS(); });
+}
 STDMETHODIMP MessageShell::get_SelectedUser(IDispatch** result) {
   return Give(result, [&] { return message_.SelectedUser(); });
 }
@@ -110,7 +108,11 @@ STDMETHODIMP MessageShell::GetVariableUser(IDispatch** result) {
 STDMETHODIMP MessageShell::GetVariableList(IDispatch** result) {
   return Give(result, [&] { return message_.GetVariableList(); });
 }
-STDMETHODIMP MessageShell::SendEmail(IDispatch*, VARIANT_BOOL*) { return NotBuilt(); }
-STDMETHODIMP MessageShell::SendShortMessage(VARIANT_BOOL*) { return NotBuilt(); }
+STDMETHODIMP MessageShell::SendEmail(IDispatch* dataService, VARIANT_BOOL* result) {
+  return Give(result, [&] { return message_.SendEmail(Component(dataService)); });
+}
+STDMETHODIMP MessageShell::SendShortMessage(VARIANT_BOOL* result) {
+  return Give(result, [&] { return message_.SendShortMessage(); });
+}
 
 }  // namespace tavio::com

@@ -3,11 +3,11 @@
 
 #include "delivery/MessageFile.h"
 #include "delivery/RandomSequence.h"
-#include "delivery/modFunction.h"
 #include "foundation/Counter.h"
 #include "foundation/DecimalText.h"
 #include "foundation/Operation.h"
 #include "foundation/SharedProperties.h"
+#include "foundation/modFunction.h"
 #include "message/Message.h"
 
 namespace tavio {

@@ -64,9 +64,9 @@ TEST_F(ValueTest, ObjectIsUnsetOrAnObjectOrRefused) {
   VARIANT null;
   VariantInit(&null);
   null.vt = VT_NULL;
-  EXPECT_EQ(Value(object).ToObject(), object);
-  EXPECT_EQ(Value().ToObject(), nullptr);
-  EXPECT_EQ(Value::In(null).ToObject(), nullptr);
+  EXPECT_EQ(Value(object).ToObject().Get(), object.Get());
+  EXPECT_EQ(Value().ToObject().Get(), nullptr);
+  EXPECT_EQ(Value::In(null).ToObject().Get(), nullptr);
   EXPECT_EQ(Outcome([] { return Dictionary(Value(L"")); }), "类型不匹配");
   EXPECT_EQ(Outcome([&] { return Dictionary(object); }), "类型不匹配") << "an object that is no container";
   EXPECT_EQ(Outcome([] { return Dictionary().Count(); }), "对象未设置");
@@ -116,7 +116,7 @@ TEST_F(ComponentTest, ReferencesGoOutTypedAndComeBack) {
   const auto result = component.Call(L"change", ByRef(number), ByRef(flag), ByRef(text), ByRef(package), L"!");
   EXPECT_EQ(Show(result), R"("新!")");
   EXPECT_EQ(Show(List({number, flag, text, package})), R"([12, true, "新", {a: 1}])");
-  EXPECT_EQ(package.Object(), other.Object());
+  EXPECT_EQ(package.Object().Get(), other.Object().Get());
 }
 
 TEST_F(ComponentTest, NonsenseInAReferenceIsATypeMismatch) {
@@ -172,7 +172,7 @@ TEST_F(ComponentTest, PropertiesAreAssignedByValueOrByReference) {
   EXPECT_EQ(Show(component.Read(L"Data")), "7");
   const auto package = Record({});
   component.Assign(L"Data", package.AsValue());
-  EXPECT_EQ(component.Read(L"Data").ToObject(), package.Object());
+  EXPECT_EQ(component.Read(L"Data").ToObject().Get(), package.Object().Get());
 }
 
 }  // namespace

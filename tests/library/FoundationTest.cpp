@@ -111,7 +111,7 @@ TEST_F(FoundationTest, TranslationWithoutTextOrLoaderIsEmpty) {
   EXPECT_EQ(LoadResText(L""), L"");
   EXPECT_EQ(LoadResText(L"   "), L"");
   EXPECT_EQ(texts->Created(), 0);
-  texts.reset();
+  texts.reset();  // the failure to create it is not described by it
   EXPECT_EQ(LoadResText(L"  用户 "), L"   ");
   texts.emplace();
   texts->On(L"LoadString", [](Arguments&) -> Value { throw Error::Overflow(); });
@@ -136,7 +136,7 @@ TEST_F(FoundationTest, FormResourcesComeBackThroughTheReference) {
   EXPECT_EQ(given, 4u);
   LoadFormResources(window, some);
   EXPECT_EQ(given, 5u);
-  EXPECT_EQ(some.Object(), made.Object());
+  EXPECT_EQ(some.Object().Get(), made.Object().Get());
   EXPECT_FALSE(none);
   EXPECT_EQ(loader.Living(), 0);
 }
@@ -233,7 +233,7 @@ TEST_F(FoundationTest, PendingErrorSurvivesLogAndTexts) {
   EXPECT_EQ(log->Calls(L"LogEnd"), 1);
   EXPECT_EQ(texts->Calls(L"LoadString"), 1);
   ASSERT_EQ(GetErrorInfo(0, &found), S_OK);
-  EXPECT_EQ(found, pending);
+  EXPECT_EQ(found.Get(), pending.Get());
 }
 
 }  // namespace

@@ -88,8 +88,8 @@ void BoxWatcher::Answer(HWND box) {
   shown_.push_back({TextOf(GetDlgItem(box, kBoxText)), TextOf(box), StyleOf(box, buttons)});
   int button = answer_;
   if (std::find(buttons.begin(), buttons.end(), button) == buttons.end()) {
-    ADD_FAILURE() << "no button " << button << " in " << shown_.back();
-    button = buttons.front();
+    if (button != kAny) ADD_FAILURE() << "no button " << button << " in " << shown_.back();
+    button = buttons.empty() ? IDCANCEL : buttons.front();
   }
   PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
 }

@@ -6,8 +6,6 @@
 namespace tavio::test {
 namespace {
 
-constexpr UINT kPatience = 2000;  // milliseconds
-
 bool IsOfClass(HWND window, std::wstring_view wanted) {
   wchar_t name[16];
   const int length = GetClassNameW(window, name, 16);
@@ -27,12 +25,14 @@ std::vector<int> ButtonsOf(HWND box) {
   return buttons;
 }
 
+// Asked for its default button, a box answers wrongly under Wine.
 int DefaultButtonOf(HWND box, const std::vector<int>& buttons) {
-  DWORD_PTR answer = 0;
-  SendMessageTimeoutW(box, DM_GETDEFID, 0, 0, SMTO_NORMAL, kPatience, &answer);
-  const int button = LOWORD(answer);
-  // Where the first button is the default one, a box may answer IDOK even if it has no such button.
-  return std::find(buttons.begin(), buttons.end(), button) == buttons.end() ? buttons.front() : button;
+  // Not what the dialog names as its default, which can be a button that the box does not have.
+  const auto isDefault = [&](int id) {
+    return (GetWindowLongPtrW(GetDlgItem(box, id), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+  };
+  const auto found = std::find_if(buttons.begin(), buttons.end(), isDefault);
+  return found == buttons.end() ? IDOK : *found;
 }
 
 bool IsMessageBox(HWND window) {

@@ -14,6 +14,7 @@ namespace tavio::test {
 struct Item {
   Value value;
 
+  Item(const Item& other) : value(other.value.Copy()) {}
   Item(const Value& stored) : value(stored.Copy()) {}
   Item(const wchar_t* text) : value(text) {}
   Item(const Text& text) : value(TextView(text)) {}

@@ -39,9 +39,8 @@ bool ArgumentFrame::Fits(const Dispatch::Member& member, const DISPPARAMS& given
   for (UINT i = 0; i < given.cArgs; ++i) {
     const auto& parameter = member.parameters[given.cArgs - 1 - i];
     const VARTYPE type = given.rgvarg[i].vt;
-    const bool exact = type == ExpectedType(parameter);
-    const bool left = parameter.byReference || type == kVariable || IsLeftOut(&given.rgvarg[i]);
-    if (!exact && left) return false;
+    const bool anything = parameter.type == VT_VARIANT && !(type & VT_BYREF) && !IsLeftOut(&given.rgvarg[i]);
+    if (type != ExpectedType(parameter) && !anything) return false;
   }
   return true;
 }

@@ -75,6 +75,9 @@ Dispatch::Dispatch(REFIID interfaceId) : id_(interfaceId) {
 }
 
 void Dispatch::AddMember(const FUNCDESC& function) {
+  // Those of IUnknown and IDispatch are listed before, and are nobody's to call by name.
+  constexpr auto kInherited = static_cast<SHORT>(7 * sizeof(void*));
+  if (function.oVft < kInherited) return;
   Member member{function.memid, function.invkind, {}};
   for (SHORT i = 0; i < function.cParams; ++i) {
     const auto& element = function.lprgelemdescParam[i];
@@ -112,7 +115,8 @@ HRESULT Dispatch::Invoke(void* self, DISPID id, WORD flags, DISPPARAMS* argument
   if (!arguments) return E_POINTER;
   SetErrorInfo(0, nullptr);
   const Member* member = Find(id, flags);
-  if (!member || ArgumentFrame::Fits(*member, *arguments)) {
+  if (!member) return DISP_E_MEMBERNOTFOUND;
+  if (ArgumentFrame::Fits(*member, *arguments)) {
     return typeInfo_->Invoke(self, id, flags, arguments, result, info, wrongArgument);
   }
   ArgumentFrame frame(*member, *arguments);

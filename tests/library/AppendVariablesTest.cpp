@@ -1,0 +1,130 @@
+#include <filesystem>
+#include <fstream>
+
+#include "actions/BillActions.h"
+#include "actions/TemporaryFolder.h"
+#include "foundation/AppFolder.h"
+#include "tests/support/ForeignRecord.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+const std::byte kBytes[] = {std::byte{0}, std::byte{0x1A}, std::byte{'\n'}, std::byte{0xFF}};
+
+std::string ContentOf(const Text& path) {
+  std::ifstream file(fs::path(path), std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+const std::string kContent("\0\x1A\n\xFF", 4);
+
+class AppendVariablesTest : public LibraryTest {
+ protected:
+  AppendVariablesTest() : folder_(fs::current_path()) {}
+  ~AppendVariablesTest() override {
+    fs::current_path(folder_);
+    std::error_code ignored;
+    fs::remove_all(fs::path(Temp()), ignored);
+  }
+  static Text Temp() { return GetAppFolder() + L"temp"; }
+
+  BillActions actions;
+
+ private:
+  fs::path folder_;
+};
+
+TEST_F(AppendVariablesTest, EntriesReplaceThoseOfTheirKey) {
+  const auto first = Record({{L"Items", Record({{L"a", 1}})}, {L"More", List({1, 2})}});
+  ForeignRecord second(Record({{L"Items", List({})}, {L"None", Dictionary()}}));
+  EXPECT_FALSE(actions.AddAppendVariables(Dictionary()));
+  EXPECT_FALSE(actions.AddAppendVariables(Record({})));
+  EXPECT_FALSE(actions.GetAppendVariables());
+  EXPECT_FALSE(actions.AddAppendVariables(first));
+  const auto held = actions.GetAppendVariables();
+  EXPECT_NE(held.Object().Get(), first.Object().Get());
+  EXPECT_EQ(held.Get(L"Items"_key)->ToObject().Get(), first.Get(L"Items"_key)->ToObject().Get());
+  EXPECT_FALSE(actions.AddAppendVariables(second.Handle()));
+  EXPECT_FALSE(actions.AddAppendVariables(held)) << "into itself";
+  EXPECT_EQ(actions.GetAppendVariables().Object().Get(), held.Object().Get());
+  EXPECT_EQ(Show(held), "{Items: [], More: [1, 2], None: none}");
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.AddAppendVariables 1");
+
+  EXPECT_FALSE(actions.AddAppendVariables(Record({{L"New", Record({})}, {L"x", 5}})));
+  EXPECT_EQ(boxes.Take(), Boxes{Warning(L"TavioClassBillAction.BillActions : AddAppendVariables\r\n类型不匹配")});
+  EXPECT_EQ(Show(held), "{Items: [], More: [1, 2], None: none, New: {}}");
+}
+
+TEST_F(AppendVariablesTest, DownloadLeavesOneFileInTheFolder) {
+  const auto bytes = Value::Bytes(kBytes);
+  const auto first = actions.DownloadFile(bytes, L"Temp.tmp");
+  EXPECT_EQ(first, Temp() + L"\\Temp.tmp");
+  EXPECT_EQ(ContentOf(first), kContent);
+  EXPECT_EQ(fs::current_path(), fs::path(Temp()));
+  fs::create_directory(fs::path(Temp() + L"\\kept"));
+  std::ofstream(fs::path(Temp() + L"\\只读")) << "a";
+  SetFileAttributesW((Temp() + L"\\只读").c_str(), FILE_ATTRIBUTE_READONLY);
+  const auto second = actions.DownloadFile(bytes, L"附件.bin");
+  EXPECT_EQ(ContentOf(second), kContent);
+  std::vector<std::string> left;
+  for (const auto& entry : fs::directory_iterator(fs::path(Temp())))
+    left.push_back(Utf8(entry.path().filename().wstring()));
+  std::sort(left.begin(), left.end());
+  EXPECT_EQ(left, (std::vector<std::string>{"kept", "只读", "附件.bin"}));
+  SetFileAttributesW((Temp() + L"\\只读").c_str(), FILE_ATTRIBUTE_NORMAL);
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.DownloadFile 1");
+}
+
+TEST_F(AppendVariablesTest, WhatCannotBeWrittenIsTheEmptyText) {
+  const std::int32_t integers[] = {1, 2};
+  const struct {
+    Item bytes;
+    const wchar_t* name;
+  } cases[] = {
+      {Value::Bytes(kBytes), L""},
+      {Value::Bytes(kBytes), L"none\\a"},
+      {Value::Bytes(kBytes), L"a?b"},
+      {Value::Integers(integers), L"a"},
+      {L"text", L"a"},
+      {Value(), L"a"},
+      {Value::Missing(), L"a"},
+      {Record({}), L"a"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(actions.DownloadFile(c.bytes.value, c.name), L"") << &c - cases;
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.DownloadFile 0");
+    EXPECT_TRUE(fs::is_empty(fs::path(Temp()))) << &c - cases;
+  }
+  fs::current_path(fs::path(GetAppFolder()));
+  fs::remove_all(fs::path(Temp()));
+  std::ofstream(fs::path(Temp())) << "a file in the folder's place";
+  EXPECT_EQ(actions.DownloadFile(Value::Bytes(kBytes), L"a"), L"");
+}
+
+TEST_F(AppendVariablesTest, BothRoadsWriteTheSame) {
+  const Text path = GetAppFolder() + L"roads.bin";
+  const auto direct = [](const Text& target, const Value& bytes) {
+    WriteDirectly(target, bytes);
+    return true;
+  };
+  bool (*roads[])(const Text&, const Value&) = {direct, &WriteThroughStream};
+  for (auto* write : roads) {
+    std::ofstream(fs::path(path)) << "longer than what follows";
+    const bool written = write(path, Value::Bytes(kBytes));
+    EXPECT_THROW(write(path, Value(L"text")), Error);
+    if (!written) {
+      fs::remove(fs::path(path));
+      GTEST_SKIP() << "this system's ADODB.Stream saves no files";
+    }
+    EXPECT_EQ(ContentOf(path), kContent);
+    write(path, Value::Bytes({}));
+    EXPECT_EQ(ContentOf(path), "");
+    EXPECT_THROW(write(GetAppFolder() + L"none\\a", Value::Bytes(kBytes)), Error);
+  }
+  fs::remove(fs::path(path));
+}
+
+}  // namespace
+}  // namespace tavio::test

@@ -1,0 +1,195 @@
+#include "actions/BillActions.h"
+#include "tests/support/ForeignRecord.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+const wchar_t kQuestion[] = L"如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
+
+Box Report(const Text& operation, const Text& description) {
+  return Warning(L"TavioClassBillAction.BillActions" + operation + L"\r\n" + description);
+}
+
+class BillActionEditingTest : public LibraryTest {
+ protected:
+  // The collection of the object, which stays bound.
+  void Hold(const Dictionary& collection) {
+    actions.SetBillActions(collection);
+    boxes.Take();
+    actions.ClassTypeID(7);
+  }
+  std::string Held() { return Show(actions.GetBillActions()); }
+
+  BillActions actions;
+};
+
+TEST_F(BillActionEditingTest, RefusedCodeChangesNothing) {
+  const struct {
+    Dictionary action;
+    const wchar_t* reason;
+  } cases[] = {
+      {Record({{L"FName", L"保存"}}), L"操作代码不能为空！"},
+      {Record({{L"FCode", L" AB"}}), L"操作代码必须以字符开头！"},
+      {Record({{L"FCode", 1}}), L"操作代码必须以字符开头！"},
+      {Record({{L"FCode", L"A B"}}), L"操作代码中间不能包含空格！"},
+      {Record({{L"FCode", L"A_B"}, {L"FCode_Old", L"Save"}}), L"操作代码只能由字符和数字组成！"},
+  };
+  Hold(Record({{L"Save", Record({{L"FCode", L"Save"}})}}));
+  for (const auto& c : cases) {
+    EXPECT_FALSE(actions.AddNew(c.action));
+    EXPECT_FALSE(actions.Update(c.action));
+    EXPECT_EQ(boxes.Take(), Boxes(2, Warning(c.reason)));
+    EXPECT_EQ(Held(), R"({Save: {FCode: "Save"}})");
+  }
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Update 更新操作数据包 1");
+}
+
+TEST_F(BillActionEditingTest, EditsNeedTheirPreconditions) {
+  const auto action = Record({{L"FCode", L"Save"}});
+  Hold(Dictionary());
+  EXPECT_FALSE(actions.AddNew(Dictionary()));
+  EXPECT_FALSE(actions.Update(Dictionary()));
+  EXPECT_FALSE(actions.Remove(L"Save"));
+  actions.RemoveAll();
+  EXPECT_EQ(boxes.Take(), Boxes{});
+  actions.ClassTypeID(0);
+  EXPECT_FALSE(actions.AddNew(action));
+  EXPECT_FALSE(actions.Update(action));
+  const Text unbound = L"请先设置本组件关联的业务对象!";
+  EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : AddNew ", unbound), Report(L" : Update ", unbound)}));
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Update 更新操作数据包 0");
+  EXPECT_FALSE(actions.GetBillActions());
+}
+
+TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
+  const auto stored = [](const Item& status) {
+    return Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}, {L"FStatus", status}})}});
+  };
+  const auto save = Record({{L"FCode", L"Save"}});
+  const auto withMessages = Record({{L"FCode", L"Save"}, {L"Messages", Record({{L"new", 1}})}});
+  const auto renamed = Record({{L"FCode", L"Keep"}, {L"FCode_Old", L"Save"}, {L"FID", 9}});
+  const auto known = Record({{L"x", Record({{L"FCode", L"Save"}, {L"FID", 5}, {L"Messages", Record({{L"old", 1}})}})}});
+  const struct {
+    Dictionary collection;
+    Dictionary action;
+    const char* afterAddNew;
+    const char* afterUpdate;
+  } cases[] = {
+      {Dictionary(), save, R"({Save: {FCode: "Save", FID: 0, FStatus: 1, Messages: none}})", nullptr},
+      {Dictionary(), withMessages, R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})", nullptr},
+      {stored(0), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})", nullptr},
+      {stored(1), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 3, Messages: none}})", nullptr},
+      {stored(5), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 3, Messages: none}})", nullptr},
+      {stored(6), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})", nullptr},
+      {stored(L"8"), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 10, Messages: none}})", nullptr},
+      {stored(-1), save, R"({Save: {FCode: "Save", FID: 5, FStatus: -5, Messages: none}})", nullptr},
+      {stored(2147483647), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 2147483643, Messages: none}})", nullptr},
+      {known, withMessages, R"({Save: {FCode: "Save", Messages: {old: 1}, FID: 5, FStatus: 2}})",
+       R"({x: {FCode: "Save", FID: 5, Messages: {old: 1}}, )"
+       R"(Save: {FCode: "Save", Messages: {new: 1}, FID: 5, FStatus: 2}})"},
+      {stored(0), renamed, R"({Keep: {FCode: "Keep", FCode_Old: "Save", FID: 5, FStatus: 2, Messages: none}})",
+       R"({Save: {FCode: "Save", FID: 5, FStatus: 0}, )"
+       R"(Keep: {FCode: "Keep", FCode_Old: "Save", FID: 0, FStatus: 1, Messages: none}})"},
+      {stored(0), Record({{L"FCode", L"ab12 "}, {L"FCode_Old", L""}}),
+       R"({Save: {FCode: "Save", FID: 5, FStatus: 0}, )"
+       R"(ab12 : {FCode: "ab12 ", FCode_Old: "", FID: 0, FStatus: 1, Messages: none}})",
+       nullptr},
+      {stored(0), ForeignRecord(save).Handle(), R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})",
+       nullptr},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    const auto before = Show(c.action);
+    Hold(c.collection ? c.collection.Clone() : Dictionary());
+    EXPECT_TRUE(actions.AddNew(c.action));
+    EXPECT_EQ(Held(), c.afterAddNew);
+    Hold(c.collection);
+    EXPECT_TRUE(actions.Update(c.action));
+    EXPECT_EQ(Held(), c.afterUpdate ? c.afterUpdate : c.afterAddNew);
+    EXPECT_EQ(Show(c.action), before) << "the caller's package";
+  }
+}
+
+TEST_F(BillActionEditingTest, FailedEditLosesNothing) {
+  ForeignRecord uncopied(Record({{L"FCode", L"Save"}}));
+  uncopied.On(L"Clone", Failing(L"不能复制"));
+  ForeignRecord copied(Record({{L"FCode", L"Save"}}));  // once
+  copied.On(L"Clone", [&](Arguments&) { return uncopied.Handle().AsValue(); });
+  const auto malformed = Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FStatus", L"x"}})}});
+  const auto lawful = Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}})}});
+  const struct {
+    Dictionary collection;
+    Dictionary action;
+    const wchar_t* description;
+  } cases[] = {
+      {malformed, Record({{L"FCode", L"Save"}}), L"类型不匹配"},
+      {lawful, uncopied.Handle(), L"不能复制"},
+      {lawful, copied.Handle(), L"不能复制"},
+      {lawful, Record({{L"FCode", Record({})}}), L"类型不匹配"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    const auto before = Show(c.collection);
+    Hold(c.collection);
+    EXPECT_FALSE(actions.AddNew(c.action));
+    EXPECT_FALSE(actions.Update(c.action));
+    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : AddNew ", c.description), Report(L" : Update ", c.description)}));
+    EXPECT_EQ(Held(), before);
+  }
+  Hold(malformed);
+  boxes.AnswerWith(BoxWatcher::kAny);
+  EXPECT_FALSE(actions.Remove(L"Save"));
+  EXPECT_EQ(boxes.Take().back(), Report(L" : Remove ", L"类型不匹配"));
+}
+
+TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
+  const UINT style = MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2;
+  const auto collection = [](const Item& first, const Item& second) {
+    const auto action = [](const wchar_t* code, const Item& status) {
+      auto record = Record({{L"FCode", code}});
+      if (!status.value.IsEmpty()) record.Set(L"FStatus"_key, status.value);
+      return record;
+    };
+    return Record(
+        {{L"Save", action(L"Save", first)}, {L"SAVE", action(L"SAVE", 0)}, {L"Check", action(L"Check", second)}});
+  };
+  const struct {
+    Dictionary collection;
+    const wchar_t* code;
+    int answer;  // 0 where nothing is asked
+    bool removed;
+    Item status;
+  } cases[] = {
+      {collection(Value(), 0), L"Save", 0, true, 5}, {collection(2, 2), L"Save", 0, true, 6},
+      {collection(5, 0), L"Save", 0, true, 5},       {collection(2147483643, 0), L"Save", 0, true, 2147483647},
+      {collection(0, 4), L"Save", IDNO, false, 0},   {collection(0, 6), L"Save", IDYES, true, 4},
+      {collection(0, 0), L"save", 0, false, 0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Hold(c.collection);
+    if (c.answer) boxes.AnswerWith(c.answer);
+    EXPECT_EQ(actions.Remove(c.code), c.removed);
+    EXPECT_EQ(boxes.Take(), c.answer ? (Boxes{{kQuestion, L"Morla提示", style}}) : Boxes{});
+    EXPECT_EQ(Show(*PackageAt(c.collection, L"Save"_key).Get(L"FStatus"_key)), Show(c.status.value));
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Remove 从操作集合中移去指定的操作 1");
+  }
+}
+
+TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
+  const Box question = {kQuestion, L"Morla提示", MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2};
+  Hold(Record({{L"a", Record({})}, {L"b", Record({{L"FStatus", 4}})}, {L"c", Record({{L"FStatus", 2}})}, {L"d", 1}}));
+  boxes.AnswerWith(IDNO);
+  actions.RemoveAll();
+  EXPECT_EQ(Held(), "{a: {}, b: {FStatus: 4}, c: {FStatus: 2}, d: 1}");
+  boxes.AnswerWith(IDYES);
+  actions.GetBillActions().Remove(L"d"_key);
+  actions.RemoveAll();
+  EXPECT_EQ(Held(), "{a: {FStatus: 5}, b: {FStatus: 4}, c: {FStatus: 6}}");
+  EXPECT_EQ(boxes.Take(), (Boxes{question, question}));
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.RemoveAll 清空所有操作 1");
+}
+
+}  // namespace
+}  // namespace tavio::test

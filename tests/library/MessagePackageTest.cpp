@@ -1,0 +1,98 @@
+#include "message/Message.h"
+#include "tests/support/ForeignRecord.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+const wchar_t kUnbound[] = L"请先设置本组件关联的业务对象模板信息!";
+const char kNew[] = R"({FID: 0s, FTitle: "", FMessage: "", FMessageDescriptions: "", FSendType: 1s, )"
+                    R"(MessageUsers: {}, EmailUsers: {}, SMSUsers: {}})";
+
+Box Report(const Text& operation, const Text& description) {
+  return Warning(L"TavioClassBillAction.Message" + operation + L"\r\n" + description);
+}
+
+class MessagePackageTest : public LibraryTest {
+ protected:
+  void Bind() {
+    message.ClassType(Record({}));
+    message.TableInfo(Record({}));
+  }
+
+  Message message;
+};
+
+TEST_F(MessagePackageTest, NewMessageHasThreeListsOfItsOwn) {
+  EXPECT_FALSE(message.GetMessage());
+  Bind();
+  message.NewMessage();
+  EXPECT_EQ(Show(message.GetMessage()), kNew);
+  PackageAt(message.GetMessage(), L"MessageUsers"_key).Set(L"3"_key, Value(1));
+  PackageAt(message.GetMessage(), L"EmailUsers"_key).Set(L"5"_key, Value(1));
+  EXPECT_EQ(Show(*message.GetMessage().Get(L"SMSUsers"_key)), "{}");
+  EXPECT_EQ(Show(*message.GetMessage().Get(L"EmailUsers"_key)), "{5: 1}");
+  EXPECT_EQ(log->entries, (std::vector<std::string>{"begin TavioClassBillAction.Message.NewMessage 新建消息",
+                                                    "end TavioClassBillAction.Message.NewMessage 新建消息 1"}));
+}
+
+TEST_F(MessagePackageTest, TemplateAndFieldInformationMustBeSet) {
+  Bind();
+  message.NewMessage();
+  const auto held = message.GetMessage();
+  log->entries.clear();
+  for (int missing = 0; missing < 2; ++missing) {
+    Bind();
+    missing == 0 ? message.ClassType(Dictionary()) : message.TableInfo(Dictionary());
+    message.NewMessage();
+    EXPECT_FALSE(message.SetMessage(Record({{L"FMessage", L"a"}})));
+    EXPECT_FALSE(message.RefreshVariableValue(Record({})));
+    message.RefreshVariableList();
+    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : NewMessage", kUnbound), Report(L" : SetMessage", kUnbound),
+                                   Report(L" : RefreshVariableValue", kUnbound)}));
+    EXPECT_EQ(message.GetMessage().Object().Get(), held.Object().Get());
+    EXPECT_FALSE(message.GetVariableList());
+  }
+  EXPECT_EQ(log->entries[3], "end TavioClassBillAction.Message.RefreshVariableValue 刷新消息可用变元内容 0");
+  EXPECT_EQ(log->entries[5], "end TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表 0");
+}
+
+TEST_F(MessagePackageTest, SetMessageDescribesThePackageItself) {
+  Bind();
+  ASSERT_TRUE(message.SetMessage(Record({{L"FMessage", L"单号[FBillNo]"}, {L"FOwn", 1}})));
+  EXPECT_EQ(Show(message.GetMessage()),
+            R"({FMessage: "单号[FBillNo]", FOwn: 1, FMessageDescriptions: "单号[FBillNo]"})");
+  message.AddVariable(Record({{L"FName", L"FBillNo"}, {L"FCaption", L"编号"}}));
+  ForeignRecord foreign(Record({{L"FMessage", L"单号[FBillNo]"}}));
+  const auto given = foreign.Handle();
+  ASSERT_TRUE(message.SetMessage(given));
+  EXPECT_EQ(Show(given), R"({FMessage: "单号[FBillNo]", FMessageDescriptions: "单号[编号]"})");
+  EXPECT_EQ(message.GetMessage().Object().Get(), given.Object().Get());
+  for (const auto& empty : {Record({}), Dictionary()}) {
+    EXPECT_TRUE(message.SetMessage(empty));
+    EXPECT_EQ(Show(message.GetMessage()), kNew);
+    EXPECT_NE(message.GetMessage().Object().Get(), empty.Object().Get());
+  }
+}
+
+TEST_F(MessagePackageTest, SetMessageThatFailsLaterHasTakenThePackage) {
+  Bind();
+  ForeignRecord uncounted(Record({}));
+  uncounted.On(L"Count", Failing(L"断开"));
+  const struct {
+    Dictionary package;
+    const wchar_t* description;
+  } cases[] = {
+      {Record({{L"FMessage", Record({})}}), L"类型不匹配"},
+      {ForeignRecord(Record({{L"FTitle", L""}})).Handle(), L"无此字段"},
+      {uncounted.Handle(), L"断开"},
+  };
+  for (const auto& c : cases) {
+    EXPECT_TRUE(message.SetMessage(c.package));
+    EXPECT_EQ(boxes.Take(), Boxes{Report(L" : SetMessage", c.description)});
+    EXPECT_EQ(message.GetMessage().Object().Get(), c.package.Object().Get());
+  }
+}
+
+}  // namespace
+}  // namespace tavio::test

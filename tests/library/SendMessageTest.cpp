@@ -1,0 +1,275 @@
+#include <filesystem>
+#include <fstream>
+
+#include "delivery/MessageFile.h"
+#include "foundation/AppFolder.h"
+#include "message/Message.h"
+#include "tests/support/ForeignRecord.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+Box Report(const wchar_t* description) {
+  return Warning(L"TavioClassBillAction.Message : SendMessage\r\n" + Text(description));
+}
+
+Dictionary Users(std::initializer_list<std::int32_t> ids) {
+  const auto users = Dictionary::New();
+  for (const auto id : ids) users.Set(Key(id), Record({{L"FUserID", id}}));
+  return users;
+}
+
+std::vector<Text> FilesLeft() {
+  std::vector<Text> files;
+  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(GetAppFolder()))) {
+    if (entry.path().extension() == L".tmp") files.push_back(entry.path().filename().wstring());
+  }
+  return files;
+}
+
+std::string Shown(const std::vector<std::byte>& bytes) {
+  return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+class SendMessageTest : public LibraryTest {
+ protected:
+  SendMessageTest() {
+    props->props = L"Language=chs;ConnectString={Provider=x;Server=y};userid= 16394 ;";
+    command->On(L"SendMessage", [this](Arguments& a) { return Receive(a); });
+    message.ClassTypeID(5);
+    message.ClassType(Record({}));
+    message.TableInfo(Record({}));
+    Take(L"内容", L"标题", Users({3, 7}));
+  }
+  ~SendMessageTest() override {
+    for (const auto& name : FilesLeft()) DeleteFileW((GetAppFolder() + name).c_str());
+  }
+
+  void Take(const wchar_t* text, const wchar_t* caption, const Item& to) {
+    message.SetMessage(Record({{L"FID", 1}, {L"FTitle", caption}, {L"FMessage", text}, {L"MessageUsers", to}}));
+  }
+  Value Receive(Arguments& a) {
+    const VARTYPE types[] = {VT_BSTR,
+                             VT_BYREF | VT_ARRAY | VT_UI1,
+                             VT_BYREF | VT_I4,
+                             VT_BSTR,
+                             VT_BYREF | VT_ARRAY | VT_I4,
+                             VT_BYREF | VT_I4,
+                             VT_I2,
+                             VT_I2,
+                             VT_BYREF | VT_BSTR};
+    EXPECT_EQ(a.Count(), std::size(types));
+    for (std::size_t i = 0; i < std::size(types); ++i) EXPECT_EQ(a.Raw(i).vt, types[i]) << i;
+    content = Shown(a.At(1).ToBytes());
+    users = a.At(4).ToIntegers();
+    title = a.At(3).ToText();
+    rest = Show(List({a.At(0), a.At(2), a.At(5), a.At(6), a.At(7), a.At(8)}));
+    filesThen = FilesLeft();
+    return Value(L"not read");
+  }
+
+  std::optional<FakeComponent> command{std::in_place, L"TavioAppCommand.Command"};
+  // What the command was given.
+  std::string content, rest;
+  std::vector<std::int32_t> users;
+  Text title;
+  std::vector<Text> filesThen;
+  Message message;
+};
+
+TEST_F(SendMessageTest, CommandTakesTheMessageInBytes) {
+  message.RefreshVariableValue(Record({{L"FID", 77}}));
+  message.AddVariable(Record({{L"FName", L"no"}, {L"FCaption", L"单号"}, {L"FValue", 5}}));
+  Take(L"单[no]\U0001F600", L"[no]", Users({3, -7}));
+  log->entries.clear();
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(content,
+            "\xB5\xA5"
+            "5??\r")
+      << "in the system's code page, and the carriage return";
+  EXPECT_EQ(rest, R"(["Provider=x;Server=y", 5, 16394, 0s, 1s, "FUNCID:-1|FFlag:5|FInterID:77"])");
+  EXPECT_EQ(users, (std::vector{3, -7}));
+  EXPECT_EQ(title, L"[no]");
+  ASSERT_EQ(filesThen.size(), 1u);
+  EXPECT_EQ(filesThen[0].substr(0, 9), L"temp1.639");
+  EXPECT_EQ(FilesLeft(), std::vector<Text>{});
+  EXPECT_EQ(Show(*message.GetMessage().Get(L"MessageUsers"_key)), "{3: {FUserID: 3}, -7: {FUserID: -7}}");
+  EXPECT_EQ(command->Living(), 0);
+  const std::string label = "TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者";
+  EXPECT_EQ(log->entries.front(), "begin " + label);
+  EXPECT_EQ(log->entries.back(), "end " + label + " 1");
+
+  message.ClassTypeID(1003000);
+  Take(L"", L"", Users({3}));
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(content, "\r");
+  EXPECT_EQ(rest, R"(["Provider=x;Server=y", 0, 16394, 0s, 1s, "FUNCID:63510509|FFlag:1|FInterID:77"])");
+}
+
+TEST_F(SendMessageTest, FileIsNamedByASingle) {
+  for (const auto& [number, name] : {std::pair{L"1639412345", L"temp1.639412E+09.tmp"},
+                                     {L"1639414112", L"temp1.639414E+09.tmp"},
+                                     {L"512", L"temp512.tmp"},
+                                     {L"19999999", L"temp2E+07.tmp"}}) {
+    EXPECT_EQ(Utf8(MessageFile(number).Path()), Utf8(GetAppFolder() + name));
+  }
+}
+
+TEST_F(SendMessageTest, TitleIsCutAndKeepsItsLineFeeds) {
+  const Text sixty = Text(30, L'题') + Text(30, L'x');
+  Take(L"a", (L"一\r\n\r" + sixty).c_str(), Users({3}));
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(title, L"一\x14\n\x14" + Text(30, L'题') + Text(16, L'x'));
+}
+
+TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
+  const auto bill = [](const Item& held) { return Record({{L"Page1", Record({{L"FBiller", held}})}}); };
+  auto info = Record({{L"FBiller", Record({{L"FKey", L"FBiller"}, {L"FNeedSave", 1}, {L"FLookUpType", 7}})},
+                      {L"Page1", Record({{L"FBiller", 1}})}});
+  FakeComponent classInfo(L"TavioMClass.ClassInfo");
+  FakeObject records, fields, field;
+  std::string sql;
+  records.On(L"EOF", [&](Arguments&) { return Value(sql.find("=41 ") == std::string::npos); });
+  records.On(L"Fields", [&](Arguments&) { return Value(fields.New()); });
+  fields.On(L"Item", [&](Arguments& a) { return a.At(0).EqualsText(L"FUserID") ? Value(field.New()) : Value(); });
+  field.On(L"Value", [](Arguments&) { return Value(11); });
+  classInfo.On(L"GetData", [&](Arguments& a) {
+    sql = Utf8(a.At(1).ToText());
+    return Value(records.New());
+  });
+  const struct {
+    Dictionary given;
+    Item held;
+    std::vector<std::int32_t> sentTo;
+  } cases[] = {
+      {{}, Value(), {3, 7}},
+      {{}, L"", {3, 7}},
+      {{}, 0, {3, 7}},
+      {{}, L"9", {3, 7, 9}},
+      {{}, 7, {3, 7}},
+      {{}, 5, {3, 7}},  // excluded
+      {{}, Record({{L"FUserID", Short(12)}}), {3, 7, 12}},
+      {{}, Record({{L"FUserID", 0}, {L"FEmpID", 41}}), {3, 7, 11}},
+      {{}, Record({{L"FEmpID", 42}}), {3, 7}},
+      {{}, Dictionary(), {3, 7}},
+      {Users({5, 8, 6}), 9, {8, 9}},
+      {ForeignRecord(Users({5, 8})).Handle(), Value(), {8}},
+      {Users({5}), Value(), {}},
+  };
+  message.TableInfo(info);
+  message.RefreshVariableList();
+  message.ExcludeUser(List({5, L"6", 100.0}));
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Take(L"a", L"b", Users({3, 5, 7}));
+    message.Data(bill(c.held));
+    users.clear();
+    EXPECT_EQ(message.SendMessage(c.given), !c.sentTo.empty());
+    EXPECT_EQ(users, c.sentTo);
+    EXPECT_EQ(PackageAt(message.GetMessage(), L"MessageUsers"_key).Count(), 3);
+    if (c.given) {
+      EXPECT_FALSE(c.given.Lookup(L"5"_key)) << "removed from the caller's own";
+    }
+  }
+  EXPECT_EQ(sql, "select FUserID from t_User where FEmpID=42 and FForbidden <> 1");
+  message.Data({});
+  message.RefreshVariableValue(bill(9));
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(users.back(), 9);
+}
+
+TEST_F(SendMessageTest, NobodyIsNoFailure) {
+  Message empty;
+  EXPECT_FALSE(empty.SendMessage(Users({3})));
+  for (const auto& none : {Item(Value()), Item(Dictionary()), Item(Record({}))}) {
+    Take(L"a", L"b", none);
+    EXPECT_FALSE(message.SendMessage({}));
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者 0");
+  }
+  EXPECT_EQ(command->Created(), 0);
+}
+
+TEST_F(SendMessageTest, FailuresAreReported) {
+  ForeignRecord uncopied(Users({3}));
+  uncopied.On(L"CloneAll", Failing(L"不能复制"));
+  const auto many = Dictionary::New();
+  for (std::int32_t i = 1; i <= 32768; ++i) many.Set(Key(i), Value(1));
+  const Text usual = props->props;
+  const auto withProps = [&](const wchar_t* text) { return [this, text] { props->props = text; }; };
+  const struct {
+    std::function<void()> prepare;
+    Boxes boxes;
+    std::size_t filesLeft;
+  } cases[] = {
+      {[&] { Take(L"a", L"b", 5); }, {Report(L"类型不匹配")}, 0},
+      {[&] { Take(L"a", L"b", uncopied.Handle()); }, {Report(L"不能复制")}, 0},
+      {[&] {
+         Take(L"a", L"b", Record({{L"3", 1}, {L"张三", 1}}));
+       },
+       {Report(L"类型不匹配")},
+       0},
+      {[&] { Take(L"a", L"b", many); }, {Report(L"溢出")}, 0},
+      {[&] { message.ExcludeUser(List({Record({})})); }, {Warning(L"类型不匹配"), Report(L"对象未设置")}, 0},
+      {withProps(L"UserID=1;userid=2;"), {Report(L"共享属性重复 userid")}, 0},
+      {withProps(L"ConnectString=x;"), {Report(L"缺少共享属性 UserID")}, 0},
+      {withProps(L"UserID=Ann;ConnectString=x;"), {Report(L"类型不匹配")}, 0},
+      {withProps(L"UserID=1;"), {Report(L"缺少共享属性 ConnectString")}, 1},
+      {[&] { command.reset(); }, {Report(L"不能创建组件 TavioAppCommand.Command")}, 1},
+      {[&] { command->On(L"SendMessage", Failing(L"断开")); }, {Report(L"断开")}, 1},
+      {[&] {
+         command->On(L"SendMessage", [](Arguments& a) {
+           a.Return(8, Value(L"nonsense"));
+           *a.Raw(2).plVal = -1;
+           return Value();
+         });
+       },
+       {},
+       0},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Take(L"a", L"b", Users({3}));
+    message.ExcludeUser({});
+    props->props = usual;
+    command.reset();
+    command.emplace(L"TavioAppCommand.Command");
+    c.prepare();
+    EXPECT_EQ(message.SendMessage({}), c.boxes.empty());
+    EXPECT_EQ(boxes.Take(), c.boxes);
+    const auto left = FilesLeft();
+    EXPECT_EQ(left.size(), c.filesLeft);
+    for (const auto& name : left) DeleteFileW((GetAppFolder() + name).c_str());
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者 1");
+  }
+}
+
+TEST_F(SendMessageTest, SizeThatCannotBeReadIsShownAndZero) {
+  EXPECT_EQ(MessageFile(L"1").GetTempFileSize(), 0);
+  const auto shown = boxes.Take();
+  ASSERT_EQ(shown.size(), 1u);
+  EXPECT_EQ(shown[0], Warning(shown[0].text)) << "in the words of the file system";
+  EXPECT_EQ(shown[0].text.find(L"\r\n"), Text::npos);
+}
+
+TEST_F(SendMessageTest, DeletionThatFailsComesAfterTheSending) {
+  Text path;
+  command->On(L"SendMessage", [&](Arguments&) {
+    path = GetAppFolder() + FilesLeft().at(0);
+    DeleteFileW(path.c_str());
+    return Value();
+  });
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(boxes.Take(), Boxes{Report((L"不能删除文件 " + path).c_str())});
+}
+
+TEST_F(SendMessageTest, AsManyAsA16BitCounterCounts) {
+  const auto many = Dictionary::New();
+  for (std::int32_t i = 1; i <= 32767; ++i) many.Set(Key(i), Value());
+  EXPECT_TRUE(message.SendMessage(many));
+  EXPECT_EQ(users.size(), 32767u);
+  EXPECT_EQ(users.back(), 32767);
+}
+
+}  // namespace
+}  // namespace tavio::test

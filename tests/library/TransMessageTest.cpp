@@ -1,0 +1,157 @@
+#include "message/Message.h"
+#include "tests/support/ForeignRecord.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+struct Flags {
+  bool caption = false, value = false, name = false;
+
+  bool operator==(const Flags&) const = default;
+};
+constexpr Flags kCaption = {true, false, false}, kValue = {false, true, false}, kName = {false, false, true};
+
+class TransMessageTest : public LibraryTest {
+ protected:
+  TransMessageTest() {
+    message.ClassType(Record({}));
+    message.TableInfo(Record({}));
+    const auto add = [&](const wchar_t* name, const wchar_t* caption, const Item& value) {
+      message.AddVariable(Record({{L"FName", name}, {L"FCaption", caption}, {L"FValue", value}}));
+    };
+    add(L"no", L"单号", 5);
+    add(L"date", L"Date", L"[no]");
+    add(L"open", L"单号", L"");
+    add(L"bare", L"", L"");
+    for (const auto* key : {L"FCaption", L"FValue"}) {
+      PackageAt(message.GetVariableList(), L"bare"_key).Remove(Key(TextView(key)));
+    }
+    log->entries.clear();
+  }
+
+  Text Trans(TextView text, Flags flags) { return message.TransMessage(text, flags.caption, flags.value, flags.name); }
+
+  Message message;
+};
+
+TEST_F(TransMessageTest, EachNameIsTranslatedAsTheModeSays) {
+  const auto values = Record({{L"no", 7}, {L"bare", 2.5}});
+  auto editing = values.Clone(), other = values.Clone(), lacking = Record({{L"FCode", L"mnuEditUse"}});
+  editing.Set(L"FCode"_key, Value(L"mnuEditUse"));
+  other.Set(L"FCode"_key, Value(L"mnuedituse"));
+  const struct {
+    Flags mode;
+    Dictionary group;
+    const wchar_t* text;
+    const wchar_t* translation;
+  } cases[] = {
+      {kCaption, {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
+      {kCaption, {}, L"[bare][NO][ no][]", L"[bare][NO][ no][]"},
+      {kCaption, editing, L"[no]", L"[单号]"},
+      {kValue, {}, L"[no][date][open][bare][none]", L"5[no][bare][none]"},
+      {kValue, values, L"[no][open][bare][none]", L"52.5[none]"},
+      {kValue, other, L"[no][bare]", L"52.5"},
+      {kValue, editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
+      {kValue, lacking, L"[no][bare]", L"[no][bare]"},
+      {kValue, ForeignRecord(values).Handle(), L"[no][open][bare][none]", L"52.5[none]"},
+      {kValue, ForeignRecord(lacking).Handle(), L"[no][bare]", L"[no][bare]"},
+      {kName, {}, L"[单号][DATE][date][no]", L"[no][date][date][no]"},
+      {kValue, {}, L"a[no", L"a[no"},
+      {kValue, {}, L"]a[b[no]c]", L"]a[b[no]c]"},
+      {kName, {}, L"", L""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    message.GroupInfo(c.group);
+    EXPECT_EQ(Utf8(Trans(c.text, c.mode)), Utf8(c.translation));
+  }
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 1");
+}
+
+TEST_F(TransMessageTest, ValuesBecomeTextAsThePlatformWritesThem) {
+  const auto entry = PackageAt(message.GetVariableList(), L"no"_key);
+  VARIANT null, date;
+  VariantInit(&null);
+  VariantInit(&date);
+  null.vt = VT_NULL;
+  date.vt = VT_DATE;
+  date.date = 0.5;
+  const struct {
+    Item value;
+    const wchar_t* text;
+  } cases[] = {{true, L"True"},        {-2.5, L"-2.5"},     {Short(7), L"7"}, {Value(), L""},
+               {Value::In(null), L""}, {Dictionary(), L""}, {1e20, L"1E+20"}};
+  for (const auto& c : cases) {
+    entry.Set(L"FValue"_key, c.value.value);
+    EXPECT_EQ(Trans(L"<[no]>", kValue), L"<" + Text(c.text) + L">") << &c - cases;
+  }
+  entry.Set(L"FValue"_key, Value::In(date));
+  EXPECT_NE(Trans(L"[no]", kValue).find(L"12:00:00"), Text::npos);
+}
+
+TEST_F(TransMessageTest, FlagsAreSettledForTheCaller) {
+  const struct {
+    Flags given, settled;
+    const wchar_t* translation;
+  } cases[] = {
+      {{true, true, false}, kCaption, L"[单号]"},
+      {{true, false, true}, kName, L"[no]"},
+      {{false, true, true}, kName, L"[no]"},
+      {kValue, kValue, L"5"},
+  };
+  for (const auto& c : cases) {
+    auto flags = c.given;
+    EXPECT_EQ(message.TransMessage(L"[no]", flags.caption, flags.value, flags.name), c.translation);
+    EXPECT_EQ(flags, c.settled) << &c - cases;
+  }
+  const Text label = L"TavioClassBillAction.Message : TransMessage\r\n";
+  const std::pair<Flags, const wchar_t*> refused[] = {{{true, true, true}, L"不能同时翻译标题和内容!"},
+                                                      {{}, L"未指定需要进行何种翻译!"}};
+  for (const auto& [given, reason] : refused) {
+    auto flags = given;
+    EXPECT_EQ(message.TransMessage(L"a", flags.caption, flags.value, flags.name), L"");
+    EXPECT_EQ(flags, given);
+    EXPECT_EQ(boxes.Take(), Boxes{Warning(label + reason)});
+  }
+}
+
+TEST_F(TransMessageTest, WithoutVariablesTheTextStays) {
+  Message empty;
+  for (auto flags : {kCaption, kValue, kName}) {
+    EXPECT_EQ(empty.TransMessage(L"[no]", flags.caption, flags.value, flags.name), L"[no]");
+    message.RefreshVariableList();
+    EXPECT_EQ(Trans(L"[no]", flags), L"[no]");
+  }
+}
+
+TEST_F(TransMessageTest, UnreadableVariablesEmptyTheResult) {
+  ForeignRecord failing(Record({{L"FCode", L""}}));
+  failing.On(L"GetValue", Failing(L"断开"));
+  const struct {
+    Item entry;
+    Dictionary group;
+    const wchar_t* description;
+  } cases[] = {
+      {5, {}, L"类型不匹配"},
+      {Dictionary(), {}, L"对象未设置"},
+      {Record({{L"FValue", Record({})}}), {}, L"类型不匹配"},
+      {Record({}), failing.Handle(), L"断开"},
+  };
+  for (const auto& c : cases) {
+    message.GetVariableList().Set(L"no"_key, c.entry.value);
+    message.GroupInfo(c.group);
+    EXPECT_EQ(Trans(L"a[open]b[no]c", kValue), L"");
+    EXPECT_EQ(boxes.Take(), Boxes{Warning(L"TavioClassBillAction.Message : TransMessage\r\n" + Text(c.description))});
+  }
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 0");
+}
+
+TEST_F(TransMessageTest, LongTextsAreTranslatedWhole) {
+  Text text, expected;
+  for (int i = 0; i < 20000; ++i) text += L"ab[no]", expected += L"ab5";
+  EXPECT_EQ(Trans(text, kValue), expected);
+}
+
+}  // namespace
+}  // namespace tavio::test
