@@ -20,6 +20,8 @@ class DictionaryObject final : public com::ComClass<_Dictionary, IDictionaryLend
 
   DictionaryObject() noexcept : ComClass(IID_IDictionaryLend) {}
   explicit DictionaryObject(Map map) noexcept : ComClass(IID_IDictionaryLend), map_(std::move(map)) {}
+  // What is let go may call back a last time, and meets an empty record.
+  ~DictionaryObject() override { const Map last = std::exchange(map_, Map()); }
 
   STDMETHODIMP get_Count(LONG* result) override;
   STDMETHODIMP get_Name(LONG index, BSTR* result) override;

@@ -137,7 +137,7 @@ class OrderedMap {
   // At most half of the table is taken, holes included, so that a probe always ends.
   void MakeRoom() {
     const std::size_t wanted = entries_.size() + 1;
-    if (wanted <= kScanned || wanted * 2 <= table_.size()) return;
+    if (table_.empty() ? wanted <= kScanned : wanted * 2 <= table_.size()) return;
     std::vector<std::uint32_t> larger(std::bit_ceil((Count() + 1) * 4));
     table_.swap(larger);
     CloseHoles();

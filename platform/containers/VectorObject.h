@@ -13,6 +13,8 @@ namespace tavio::vexo {
 class VectorObject final : public com::ComClass<_Vector, IVectorLend> {
  public:
   VectorObject() noexcept : ComClass(IID_IVectorLend) {}
+  // What is let go may call back a last time, and meets an empty list.
+  ~VectorObject() override { const auto last = std::exchange(items_, {}); }
 
   STDMETHODIMP get_Count(LONG* result) override;
   STDMETHODIMP get_LBound(LONG* result) override;

@@ -4,6 +4,7 @@
 #include <array>
 #include <bit>
 #include <functional>
+#include <numeric>
 #include <queue>
 #include <utility>
 
@@ -14,12 +15,14 @@ class Passes {
  public:
   explicit Passes(std::span<const ScenarioIndex> parents)
       : parents_(parents),
-        head_(static_cast<ScenarioIndex>(parents.size())),
-        last_(head_),
-        nodes_(parents.size() + 1),
+        unplaced_(static_cast<ScenarioIndex>(parents.size())),
+        sequence_(unplaced_ + 1),
+        links_(parents.size() + 2),
+        families_(parents.size()),
         levels_(parents.size(), kNoLevel) {
-    nodes_[head_].behind = head_;
-    for (ScenarioIndex scenario = 0; scenario <= head_; ++scenario) Link(scenario);
+    links_[unplaced_] = {unplaced_, unplaced_};
+    links_[sequence_] = {sequence_, sequence_};
+    for (ScenarioIndex scenario = 0; scenario < unplaced_; ++scenario) Enter(scenario);
   }
 
   ScenarioOrder Run() && {
@@ -32,22 +35,22 @@ class Passes {
   }
 
  private:
-  // A scenario's place in three chains. The ring of the unplaced and the sequence share one head behind the last node.
-  struct Node {
-    ScenarioIndex next;  // in the ring of the unplaced
+  // A scenario's place in the one ring that it is in: the unplaced or the sequence. Behind the scenarios' links stand
+  // those that head the two rings.
+  struct Link {
+    ScenarioIndex next;
     ScenarioIndex previous;
-    ScenarioIndex behind;  // in the sequence
-    ScenarioIndex child = kNoScenario;
+  };
+  struct Family {
+    ScenarioIndex firstChild = kNoScenario;
     ScenarioIndex sibling = kNoScenario;
   };
 
-  void Link(ScenarioIndex scenario) {
-    nodes_[scenario].next = scenario == head_ ? 0 : scenario + 1;
-    nodes_[scenario].previous = scenario == 0 ? head_ : scenario - 1;
-    if (scenario == head_) return;
+  void Enter(ScenarioIndex scenario) {
+    PutBehind(links_[unplaced_].previous, scenario);
     const auto parent = parents_[scenario];
     if (parent == kNoScenario) return Visit(0, scenario);
-    nodes_[scenario].sibling = std::exchange(nodes_[parent].child, scenario);
+    families_[scenario].sibling = std::exchange(families_[parent].firstChild, scenario);
   }
 
   // Notes the first pass that comes to `scenario` after its parent was placed.
@@ -66,38 +69,41 @@ class Passes {
   void Place(ScenarioIndex scenario) {
     const auto parent = parents_[scenario];
     levels_[scenario] = parent == kNoScenario ? 0 : levels_[parent] + 1;
-    Insert(parent == kNoScenario ? last_ : parent, scenario);
-    movedUp_ = nodes_[scenario].next;
-    Unlink(scenario);
-    for (auto child = nodes_[scenario].child; child != kNoScenario; child = nodes_[child].sibling) {
+    movedUp_ = TakeOut(scenario);
+    PutBehind(parent == kNoScenario ? links_[sequence_].previous : parent, scenario);
+    for (auto child = families_[scenario].firstChild; child != kNoScenario; child = families_[child].sibling) {
       Visit(child > scenario ? pass_ : pass_ + 1, child);
     }
   }
 
-  void Insert(ScenarioIndex place, ScenarioIndex scenario) {
-    nodes_[scenario].behind = std::exchange(nodes_[place].behind, scenario);
-    if (last_ == place) last_ = scenario;
+  // Answers what stood behind it.
+  ScenarioIndex TakeOut(ScenarioIndex scenario) {
+    const auto [next, previous] = links_[scenario];
+    links_[previous].next = next;
+    links_[next].previous = previous;
+    return next;
   }
 
-  void Unlink(ScenarioIndex scenario) {
-    const auto [next, previous] = std::pair(nodes_[scenario].next, nodes_[scenario].previous);
-    nodes_[previous].next = next;
-    nodes_[next].previous = previous;
+  void PutBehind(ScenarioIndex place, ScenarioIndex scenario) {
+    const auto next = std::exchange(links_[place].next, scenario);
+    links_[next].previous = scenario;
+    links_[scenario] = {next, place};
   }
 
   std::vector<ScenarioIndex> Sequence() const {
     std::vector<ScenarioIndex> sequence;
     sequence.reserve(parents_.size());
-    for (const auto chain : {&Node::behind, &Node::next}) {
-      for (auto at = nodes_[head_].*chain; at != head_; at = nodes_[at].*chain) sequence.push_back(at);
+    for (const auto head : {sequence_, unplaced_}) {
+      for (auto at = links_[head].next; at != head; at = links_[at].next) sequence.push_back(at);
     }
     return sequence;
   }
 
   std::span<const ScenarioIndex> parents_;
-  ScenarioIndex head_;
-  ScenarioIndex last_;  // in the sequence
-  std::vector<Node> nodes_;
+  const ScenarioIndex unplaced_;
+  const ScenarioIndex sequence_;
+  std::vector<Link> links_;
+  std::vector<Family> families_;
   std::vector<std::int32_t> levels_;
   // By pass, then by position: the set's order is the order of the unplaced in every pass.
   std::priority_queue<std::uint64_t, std::vector<std::uint64_t>, std::greater<>> visits_;
@@ -105,34 +111,30 @@ class Passes {
   ScenarioIndex movedUp_ = kNoScenario;
 };
 
-struct Place {
-  std::uint32_t rank;  // greater for a smaller mask
-  ScenarioIndex scenario;
-};
-
-// One step of a radix sort: `from` into `to` by eight bits of the rank, keeping the order of equals.
-void SortByDigit(const std::vector<Place>& from, std::vector<Place>& to, unsigned shift) {
+// One step of a radix sort: `from` into `to` by eight bits of the masks, greater ones first, keeping the order of
+// equals.
+void SortByDigit(std::span<const std::int32_t> masks, unsigned shift, const std::vector<ScenarioIndex>& from,
+                 std::vector<ScenarioIndex>& to) {
+  constexpr std::uint32_t kAllButSign = 0x7FFFFFFF;
+  const auto digit = [&](ScenarioIndex scenario) {
+    return ((static_cast<std::uint32_t>(masks[scenario]) ^ kAllButSign) >> shift) & 0xFFu;
+  };
   std::array<std::size_t, 257> starts{};
-  const auto digit = [&](const Place& place) { return (place.rank >> shift) & 0xFFu; };
-  for (const auto& place : from) ++starts[digit(place) + 1];
+  for (const auto scenario : from) ++starts[digit(scenario) + 1];
   for (std::size_t i = 1; i < starts.size(); ++i) starts[i] += starts[i - 1];
-  for (const auto& place : from) to[starts[digit(place)]++] = place;
+  for (const auto scenario : from) to[starts[digit(scenario)]++] = scenario;
 }
 
 // Linear, where a comparing sort of random masks would cost more than everything else here.
-std::vector<Place> ByDescendingMask(std::span<const std::int32_t> masks) {
-  constexpr std::uint32_t kAllButSign = 0x7FFFFFFF;
-  std::vector<Place> places;
-  places.reserve(masks.size());
-  for (const auto mask : masks) {
-    places.push_back({static_cast<std::uint32_t>(mask) ^ kAllButSign, static_cast<ScenarioIndex>(places.size())});
-  }
-  std::vector<Place> spare(places.size());
+std::vector<ScenarioIndex> ByDescendingMask(std::span<const std::int32_t> masks) {
+  std::vector<ScenarioIndex> scenarios(masks.size());
+  std::iota(scenarios.begin(), scenarios.end(), ScenarioIndex{0});
+  std::vector<ScenarioIndex> spare(masks.size());
   for (unsigned shift = 0; shift < 32; shift += 8) {
-    SortByDigit(places, spare, shift);
-    places.swap(spare);
+    SortByDigit(masks, shift, scenarios, spare);
+    scenarios.swap(spare);
   }
-  return places;
+  return scenarios;
 }
 
 }  // namespace
@@ -143,13 +145,13 @@ std::vector<ScenarioIndex> ScenarioParents(std::span<const std::int32_t> masks) 
   // By bit: the place, counted from 1, of the smallest mask so far that has it; 0 for none.
   std::array<std::size_t, 32> smallest{};
   for (std::size_t place = 0; place < places.size(); ++place) {
-    const auto scenario = places[place].scenario;
+    const auto scenario = places[place];
     std::size_t found = 0;
     for (auto bits = static_cast<std::uint32_t>(masks[scenario]); bits != 0; bits &= bits - 1) {
       auto& last = smallest[static_cast<std::size_t>(std::countr_zero(bits))];
       found = std::max(found, std::exchange(last, place + 1));
     }
-    if (found != 0) parents[scenario] = places[found - 1].scenario;
+    if (found != 0) parents[scenario] = places[found - 1];
   }
   return parents;
 }

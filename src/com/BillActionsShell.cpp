@@ -1,22 +1,6 @@
 #include "com/BillActionsShell.h"
 
-#include "com/server/Shell.h"
-
 namespace tavio::com {
-namespace {
-
-template <class Body>
-HRESULT Do(Body&& body) noexcept {
-  return Run(__uuidof(_BillActions), std::forward<Body>(body));
-}
-
-template <class Target, class Body>
-HRESULT Give(Target* target, Body&& body) noexcept {
-  return Return(__uuidof(_BillActions), target, std::forward<Body>(body));
-}
-
-}  // namespace
-
 STDMETHODIMP BillActionsShell::put_ClassTypeID(LONG value) {
   return Do([&] { actions_.ClassTypeID(value); });
 }

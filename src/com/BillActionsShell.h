@@ -3,12 +3,12 @@
 #include <TavioClassBillAction.h>
 
 #include "actions/BillActions.h"
-#include "com/server/ComClass.h"
+#include "com/server/Shell.h"
 
 namespace tavio::com {
 
 // BillActions as hosts see it. Failures that its operations do not report themselves reach the caller.
-class BillActionsShell final : public ComClass<_BillActions> {
+class BillActionsShell final : public Shell<_BillActions> {
  public:
   STDMETHODIMP put_ClassTypeID(LONG value) override;
   STDMETHODIMP get_ClassTypeID(LONG* result) override;

@@ -1,19 +1,7 @@
 #include "com/MessageShell.h"
 
-#include "com/server/Shell.h"
-
 namespace tavio::com {
 namespace {
-
-template <class Body>
-HRESULT Do(Body&& body) noexcept {
-  return Run(__uuidof(_Message), std::forward<Body>(body));
-}
-
-template <class Target, class Body>
-HRESULT Give(Target* target, Body&& body) noexcept {
-  return Return(__uuidof(_Message), target, std::forward<Body>(body));
-}
 
 // A by-reference flag as a bool for the time of a call. One that an early-bound caller left null is false.
 class Flag {
@@ -31,10 +19,6 @@ class Flag {
   VARIANT_BOOL* target_;
   bool value_;
 };
-
-HRESULT NotBuilt() noexcept {
-  return Do([]() -> void { throw Error(E_NOTIMPL, L"TavioClassBillAction.Message", L"此功能尚未提供"); });
-}
 
 }  // namespace
 
@@ -90,7 +74,9 @@ STDMETHODIMP MessageShell::NewMessage() {
 STDMETHODIMP MessageShell::RefreshVariableValue(IDispatch** data, VARIANT_BOOL* result) {
   return Give(result, [&] { return message_.RefreshVariableValue(AsDictionary(Referenced(data))); });
 }
-STDMETHODIMP MessageShell::SendSMS(VARIANT_BOOL*) { return NotBuilt(); }
+STDMETHODIMP MessageShell::SendSMS(VARIANT_BOOL* result) {
+  return Give(result, [&] { return message_.SendSMS(); });
+}
 STDMETHODIMP MessageShell::get_SelectedUser(IDispatch** result) {
   return Give(result, [&] { return message_.SelectedUser(); });
 }
@@ -122,7 +108,11 @@ STDMETHODIMP MessageShell::GetVariableUser(IDispatch** result) {
 STDMETHODIMP MessageShell::GetVariableList(IDispatch** result) {
   return Give(result, [&] { return message_.GetVariableList(); });
 }
-STDMETHODIMP MessageShell::SendEmail(IDispatch*, VARIANT_BOOL*) { return NotBuilt(); }
-STDMETHODIMP MessageShell::SendShortMessage(VARIANT_BOOL*) { return NotBuilt(); }
+STDMETHODIMP MessageShell::SendEmail(IDispatch* dataService, VARIANT_BOOL* result) {
+  return Give(result, [&] { return message_.SendEmail(Component(dataService)); });
+}
+STDMETHODIMP MessageShell::SendShortMessage(VARIANT_BOOL* result) {
+  return Give(result, [&] { return message_.SendShortMessage(); });
+}
 
 }  // namespace tavio::com

@@ -2,13 +2,13 @@
 
 #include <TavioClassBillAction.h>
 
-#include "com/server/ComClass.h"
+#include "com/server/Shell.h"
 #include "message/Message.h"
 
 namespace tavio::com {
 
 // Message as hosts see it. Failures that its operations do not report themselves reach the caller.
-class MessageShell final : public ComClass<_Message> {
+class MessageShell final : public Shell<_Message> {
  public:
   STDMETHODIMP put_ClassTypeID(LONG value) override;
   STDMETHODIMP get_ClassTypeID(LONG* result) override;

@@ -3,10 +3,11 @@
 
 #include "delivery/MessageFile.h"
 #include "delivery/RandomSequence.h"
-#include "delivery/modFunction.h"
 #include "foundation/Counter.h"
+#include "foundation/DecimalText.h"
 #include "foundation/Operation.h"
 #include "foundation/SharedProperties.h"
+#include "foundation/modFunction.h"
 #include "message/Message.h"
 
 namespace tavio {
@@ -22,11 +23,16 @@ RandomSequence& FileNumbers() noexcept {
   return sequence;
 }
 
+std::int32_t UserId(TextView key) {
+  const auto plain = ReadDecimal(key);
+  return plain ? *plain : Value(key).ToInt32();
+}
+
 std::vector<std::int32_t> UserIds(const Dictionary& recipients) {
   const auto count = CountedIn16Bits(recipients.Count());
   std::vector<std::int32_t> users(static_cast<std::size_t>(count));
   for (std::int32_t i = 1; i <= count; ++i) {
-    users[static_cast<std::size_t>(i - 1)] = Value(recipients.At(i).KeyView()).ToInt32();
+    users[static_cast<std::size_t>(i - 1)] = UserId(recipients.At(i).KeyView());
   }
   return users;
 }

@@ -37,13 +37,25 @@ Value ReadByName(IDispatch* object, const wchar_t* member, const Argument& argum
 }  // namespace
 
 Dictionary::Dictionary(ComPtr<IDispatch> object) {
-  if (!object) return;
+  if (object) Bind(object.Get());
+}
+
+Dictionary::Dictionary(const Value& value) {
+  // Records are walked by the thousand: a stored reference is not counted up only to be asked for its interface.
+  if (value.Type() == VT_DISPATCH) {
+    if (auto* object = value.Raw().pdispVal) Bind(object);
+  } else if (const auto object = value.ToObject()) {
+    Bind(object.Get());
+  }
+}
+
+void Dictionary::Bind(IDispatch* object) {
   if (SUCCEEDED(object->QueryInterface(IID_IDictionaryLend, reinterpret_cast<void**>(object_.GetAddressOf())))) {
     road_ = Road::kLending;
   } else if (SUCCEEDED(object->QueryInterface(__uuidof(_Dictionary), reinterpret_cast<void**>(object_.GetAddressOf())))) {
     road_ = Road::kInterface;
-  } else if (HasMember(object.Get(), L"Lookup")) {
-    object_ = std::move(object);
+  } else if (HasMember(object, L"Lookup")) {
+    object_ = object;
   } else {
     throw Error::TypeMismatch();
   }

@@ -28,7 +28,7 @@ class Dictionary {
   // Null makes an unset handle; an object that is no keyed container raises a type mismatch.
   explicit Dictionary(ComPtr<IDispatch> object);
   // Unset for an empty value; type mismatch for a scalar.
-  explicit Dictionary(const Value& value) : Dictionary(value.ToObject()) {}
+  explicit Dictionary(const Value& value);
   static Dictionary New();
 
   explicit operator bool() const noexcept { return object_ != nullptr; }
@@ -59,6 +59,7 @@ class Dictionary {
  private:
   enum class Road { kByName, kInterface, kLending };
 
+  void Bind(IDispatch* object);
   // The container's own interface, or null where it is called by name.
   _Dictionary* Own() const;
   IDictionaryLend* Lender() const noexcept;

@@ -4,6 +4,7 @@
 
 #include <cwchar>
 #include <new>
+#include <stdexcept>
 
 #include "foundation/BString.h"
 #include "foundation/ResText.h"
@@ -93,6 +94,8 @@ Error Translate() noexcept {
     return error;
   } catch (const std::bad_alloc&) {
     return Error::FromHresult(E_OUTOFMEMORY);
+  } catch (const std::overflow_error&) {
+    return Error::Overflow();
   } catch (...) {
     return Error::FromHresult(E_FAIL);
   }

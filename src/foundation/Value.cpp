@@ -62,7 +62,7 @@ Value Value::CopyOf(const VARIANT& variant) {
 
 VARIANT Value::Detach() noexcept {
   const VARIANT detached = variant_;
-  VariantInit(&variant_);
+  variant_.vt = VT_EMPTY;
   return detached;
 }
 

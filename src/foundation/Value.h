@@ -22,7 +22,7 @@ using Microsoft::WRL::ComPtr;
 // (overflow, type mismatch). Never holds a by-reference variant.
 class Value {
  public:
-  Value() noexcept { VariantInit(&variant_); }
+  Value() noexcept { variant_.vt = VT_EMPTY; }
   template <std::same_as<bool> T>
   explicit Value(T flag) noexcept : Value() {
     variant_.vt = VT_BOOL;
@@ -59,7 +59,7 @@ class Value {
     std::swap(variant_, other.variant_);
     return *this;
   }
-  ~Value() { VariantClear(&variant_); }
+  ~Value() { Clear(); }
 
   static Value Bytes(std::span<const std::byte> bytes);
   static Value Integers(std::span<const std::int32_t> integers);
@@ -74,7 +74,7 @@ class Value {
   const VARIANT& Raw() const noexcept { return variant_; }
   // The place for a callee to put a result into; what was held is freed.
   VARIANT* Receive() noexcept {
-    VariantClear(&variant_);
+    Clear();
     return &variant_;
   }
   // The variant itself, for a by-reference argument that keeps the type it has.
@@ -107,6 +107,11 @@ class Value {
   std::vector<std::int32_t> ToIntegers() const;
 
  private:
+  // Most values are empty or plain numbers, which own nothing.
+  void Clear() noexcept {
+    if (variant_.vt > VT_DATE) VariantClear(&variant_);
+    variant_.vt = VT_EMPTY;
+  }
   Value Converted(VARTYPE type) const;
 
   VARIANT variant_;

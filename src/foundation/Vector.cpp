@@ -81,7 +81,7 @@ LentValue Vector::Item(std::int32_t position) const {
   if (road_ == Road::kLending) {
     const VARIANT* lent = nullptr;
     CheckOwn(static_cast<IVectorLend*>(own)->LendItem(position, &lent));
-    return lent ? LentValue(*lent) : LentValue(Value());
+    if (lent) return LentValue(*lent);  // where nothing is lent, the container says why
   }
   if (own) {
     Value value;

@@ -58,6 +58,17 @@ class Message {
   // Sends a system message to the given recipients, from which excluded users are removed in place, or, where they are
   // unset, to those of the package. Whether the platform's command was called without a failure.
   bool SendMessage(const Dictionary& recipients) noexcept;
+  // Sends a mail to the EmailUsers of the package who are not excluded and have an address, with the printed bill where
+  // FAccessoryForEmail asks for it. `dataService` is the host's, for the print. Whether the platform's mail gateway
+  // took it, or, where there is no gateway, the mail server that is set. Reports what these two refuse, and nothing
+  // else.
+  bool SendEmail(const Component& dataService) noexcept;
+  // Sends a short message to the SMSUsers of the package who are not excluded and have a number. Whether the platform's
+  // gateway was called without a failure. Reports nothing.
+  bool SendShortMessage() noexcept;
+  // Sends a short message about a bill in multi-level approval: to those of the MessageUsers whom the platform says
+  // must be told. Otherwise as SendShortMessage.
+  bool SendSMS() noexcept;
 
  private:
   void RequireTemplate(TextView operation) const;
@@ -76,6 +87,11 @@ class Message {
   void ConfirmRecipients(Dictionary& recipients) const;
   void Deliver(const Dictionary& recipients, bool& sent);
   Text CommandText() const;
+  Text AddressesOf(const Key& list, const Key& field, wchar_t separator) const;
+  Dictionary MailRequest(const Text& addresses);
+  Text PrintBill(const Component& dataService) const noexcept;
+  void SendToNumbers(const Text& numbers);
+  Vector NoticeCandidates() const;
 
   std::int32_t classTypeId_ = 0;
   Dictionary classType_;

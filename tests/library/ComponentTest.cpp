@@ -18,6 +18,12 @@ std::string Outcome(Convert&& convert) {
   }
 }
 
+HRESULT STDAPICALLTYPE FillInLater(EXCEPINFO* info) {
+  info->bstrDescription = SysAllocString(L"后来");
+  info->scode = E_ABORT;
+  return S_OK;
+}
+
 TEST_F(ValueTest, ConversionsFollowThePlatform) {
   const struct {
     Item stored;
@@ -143,13 +149,8 @@ TEST_F(ComponentTest, FailureKeepsTheComponentsOwnWords) {
 }
 
 TEST_F(ComponentTest, PoorErrorInformationIsCompleted) {
-  const auto fill = [](EXCEPINFO* info) -> HRESULT {
-    info->bstrDescription = SysAllocString(L"后来");
-    info->scode = E_ABORT;
-    return S_OK;
-  };
   EXCEPINFO deferred = {}, codeOnly = {}, unused = {};
-  deferred.pfnDeferredFillIn = +fill;
+  deferred.pfnDeferredFillIn = &FillInLater;
   codeOnly.wCode = 1004;
   const auto filled = Error::FromInvoke(DISP_E_EXCEPTION, deferred);
   EXPECT_EQ(filled.Number(), E_ABORT);

@@ -86,7 +86,8 @@ TEST_F(FoundationTest, ShowMessageTranslatesOnlyTheUsualTitle) {
 
 TEST_F(FoundationTest, ShowMessageHandsOnItsStyleAndTheAnswer) {
   boxes.AnswerWith(IDNO);
-  for (const UINT style : {MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2, MB_YESNOCANCEL | MB_ICONERROR | MB_DEFBUTTON3}) {
+  for (const UINT style : {MB_YESNO | MB_ICONINFORMATION, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2,
+                           MB_YESNOCANCEL | MB_ICONERROR | MB_DEFBUTTON3}) {
     EXPECT_EQ(ShowMessage(L"a\r\nb", static_cast<std::int32_t>(style), L"t"), IDNO);
     EXPECT_EQ(boxes.Take(), (Boxes{{L"a\r\nb", L"t", style}}));
   }
@@ -110,7 +111,7 @@ TEST_F(FoundationTest, TranslationWithoutTextOrLoaderIsEmpty) {
   EXPECT_EQ(LoadResText(L""), L"");
   EXPECT_EQ(LoadResText(L"   "), L"");
   EXPECT_EQ(texts->Created(), 0);
-  texts.reset();
+  texts.reset();  // the failure to create it is not described by it
   EXPECT_EQ(LoadResText(L"  用户 "), L"   ");
   texts.emplace();
   texts->On(L"LoadString", [](Arguments&) -> Value { throw Error::Overflow(); });

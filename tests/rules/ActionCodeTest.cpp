@@ -2,7 +2,7 @@
 
 #include "actions/ActionCode.h"
 
-namespace tavio::testing {
+namespace tavio::test {
 namespace {
 
 using enum ActionCodeFault;
@@ -11,7 +11,7 @@ TEST(ActionCode, NamesTheFirstFault) {
   const struct {
     const char16_t* code;
     ActionCodeFault fault;
-  } kCases[] = {
+  } cases[] = {
       {u"", kEmpty},
       {u" ", kNoLetterFirst},
       {u" AB", kNoLetterFirst},
@@ -41,9 +41,8 @@ TEST(ActionCode, NamesTheFirstFault) {
       {u"AB  ", kNone},
       {u"A", kNone},
   };
-  for (const auto& test : kCases)
-    EXPECT_EQ(CheckActionCode(test.code), test.fault) << ::testing::PrintToString(test.code);
+  for (const auto& c : cases) EXPECT_EQ(CheckActionCode(c.code), c.fault) << ::testing::PrintToString(c.code);
 }
 
 }  // namespace
-}  // namespace tavio::testing
+}  // namespace tavio::test

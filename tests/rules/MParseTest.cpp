@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "delivery/MParse.h"
+#include "foundation/MParse.h"
 
 namespace tavio {
 namespace {

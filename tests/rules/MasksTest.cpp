@@ -5,7 +5,7 @@
 #include "actions/RightMasks.h"
 #include "foundation/BillTypes.h"
 
-namespace tavio::testing {
+namespace tavio::test {
 namespace {
 
 TEST(BillTypes, AreBitsOf31) {
@@ -35,4 +35,4 @@ TEST(RightMasks, AreTriedUpwardsToTheFirstFree) {
 }
 
 }  // namespace
-}  // namespace tavio::testing
+}  // namespace tavio::test

@@ -1,6 +1,6 @@
-#include "foundation/PropsString.h"
-
 #include <gtest/gtest.h>
+
+#include "foundation/PropsString.h"
 
 namespace tavio {
 namespace {

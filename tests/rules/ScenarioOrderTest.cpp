@@ -2,10 +2,10 @@
 
 #include <random>
 
-#include "WrittenScenarioOrder.h"
 #include "catalogues/ScenarioOrder.h"
+#include "tests/rules/WrittenScenarioOrder.h"
 
-namespace tavio::testing {
+namespace tavio::test {
 namespace {
 
 using Masks = std::vector<std::int32_t>;
@@ -29,7 +29,7 @@ TEST(ScenarioOrder, ListsSmallTrees) {
   const struct {
     const char* what;
     Masks set, listed, levels;
-  } kCases[] = {
+  } cases[] = {
       {"no scenario", {}, {}, {}},
       {"a tree, root last: the sibling that moved up is placed later, so before",
        {1, 2, 3, 7},
@@ -41,11 +41,11 @@ TEST(ScenarioOrder, ListsSmallTrees) {
       {"a negative mask is smaller than those it shares bits with", {-1, 5, 4}, {5, 4, -1}, {0, 1, 2}},
       {"negative masks share their sign", {-8, -2}, {-2, -8}, {0, 1}},
   };
-  for (const auto& test : kCases) {
-    SCOPED_TRACE(test.what);
-    const auto listed = List(test.set);
-    EXPECT_EQ(listed.masks, test.listed);
-    EXPECT_EQ(listed.levels, test.levels);
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    const auto listed = List(c.set);
+    EXPECT_EQ(listed.masks, c.listed);
+    EXPECT_EQ(listed.levels, c.levels);
   }
 }
 
@@ -128,4 +128,4 @@ TEST(ScenarioOrder, ListsTheLongestChain) {
 }
 
 }  // namespace
-}  // namespace tavio::testing
+}  // namespace tavio::test

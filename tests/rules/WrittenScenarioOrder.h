@@ -9,7 +9,7 @@
 
 #include "catalogues/ScenarioOrder.h"
 
-namespace tavio::testing {
+namespace tavio::test {
 
 // The order of scenarios as it is promised to hosts, step by step and slow: what the library's own is held against.
 
@@ -63,4 +63,4 @@ inline ScenarioOrder WrittenOrder(std::span<const ScenarioIndex> parents) {
   return order;
 }
 
-}  // namespace tavio::testing
+}  // namespace tavio::test

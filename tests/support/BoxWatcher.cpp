@@ -6,12 +6,11 @@
 #include <iterator>
 #include <ostream>
 
+#include "tests/support/BoxWindow.h"
 #include "tests/support/Packages.h"
 
 namespace tavio::test {
 namespace {
-
-constexpr int kTextControl = 0xFFFF;
 
 BoxWatcher* watcher = nullptr;
 
@@ -42,16 +41,6 @@ Text TextOf(HWND window) {
   return text;
 }
 
-// The buttons that are there, in the order of kChoices.
-std::vector<int> ButtonsOf(HWND box) {
-  std::vector<int> buttons;
-  for (const int id : {IDOK, IDYES, IDNO, IDABORT, IDRETRY, IDIGNORE, IDCANCEL}) {
-    const HWND button = GetDlgItem(box, id);
-    if (button && GetWindowLongPtrW(button, GWL_STYLE) & WS_VISIBLE) buttons.push_back(id);
-  }
-  return buttons;
-}
-
 UINT IconOf(HWND box) {
   for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
     const auto shown = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
@@ -66,11 +55,7 @@ UINT StyleOf(HWND box, const std::vector<int>& buttons) {
   const auto* choice = std::find_if(std::begin(kChoices), std::end(kChoices),
                                     [&](const Choice& known) { return known.buttons == buttons; });
   if (choice == std::end(kChoices)) return ~0u;
-  // Not what the dialog names as its default, which can be a button that the box does not have.
-  const auto isDefault = [&](int id) {
-    return (GetWindowLongPtrW(GetDlgItem(box, id), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
-  };
-  const auto position = std::find_if(buttons.begin(), buttons.end(), isDefault) - buttons.begin();
+  const auto position = std::find(buttons.begin(), buttons.end(), DefaultButtonOf(box, buttons)) - buttons.begin();
   return choice->style | IconOf(box) | static_cast<UINT>(position) * MB_DEFBUTTON2;
 }
 
@@ -92,7 +77,7 @@ BoxWatcher::~BoxWatcher() {
 // Once a dialog has handled its start, all that it shows is set.
 LRESULT CALLBACK BoxWatcher::OnHook(int code, WPARAM sentHere, LPARAM details) {
   const auto& handled = *reinterpret_cast<const CWPRETSTRUCT*>(details);
-  if (code == HC_ACTION && handled.message == WM_INITDIALOG && GetDlgItem(handled.hwnd, kTextControl)) {
+  if (code == HC_ACTION && handled.message == WM_INITDIALOG && IsMessageBox(handled.hwnd)) {
     watcher->Answer(handled.hwnd);
   }
   return CallNextHookEx(nullptr, code, sentHere, details);
@@ -100,7 +85,7 @@ LRESULT CALLBACK BoxWatcher::OnHook(int code, WPARAM sentHere, LPARAM details) {
 
 void BoxWatcher::Answer(HWND box) {
   const auto buttons = ButtonsOf(box);
-  shown_.push_back({TextOf(GetDlgItem(box, kTextControl)), TextOf(box), StyleOf(box, buttons)});
+  shown_.push_back({TextOf(GetDlgItem(box, kBoxText)), TextOf(box), StyleOf(box, buttons)});
   int button = answer_;
   if (std::find(buttons.begin(), buttons.end(), button) == buttons.end()) {
     if (button != kAny) ADD_FAILURE() << "no button " << button << " in " << shown_.back();

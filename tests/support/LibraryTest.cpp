@@ -1,5 +1,7 @@
 #include "tests/support/LibraryTest.h"
 
+#include <cstdio>
+
 #include "foundation/AppFolder.h"
 #include "foundation/ProcessState.h"
 
@@ -71,5 +73,7 @@ int main(int argc, char** argv) {
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
   const int failed = RUN_ALL_TESTS();
   CoUninitialize();
+  const bool anyRan = ::testing::UnitTest::GetInstance()->test_to_run_count() > 0;
+  if (!failed && anyRan) std::puts("finished");
   return failed;
 }

@@ -19,8 +19,10 @@ VARTYPE ExpectedType(const Dispatch::Parameter& parameter) noexcept {
   return static_cast<VARTYPE>(parameter.byReference ? VT_BYREF | parameter.type : parameter.type);
 }
 
-// The argument behind a variable or a typed reference.
-VARIANT* Behind(VARIANT* argument) noexcept { return argument->vt == kVariable ? argument->pvarVal : argument; }
+// The argument behind a variable.
+const VARIANT* Behind(const VARIANT* argument) noexcept {
+  return argument->vt == kVariable ? argument->pvarVal : argument;
+}
 
 }  // namespace
 
@@ -46,8 +48,8 @@ bool ArgumentFrame::Fits(const Dispatch::Member& member, const DISPPARAMS& given
 HRESULT ArgumentFrame::Fill(UINT* wrongArgument) {
   slots_.resize(member_.parameters.size());
   for (auto& slot : slots_) {
-    VariantInit(&slot.passed);
-    VariantInit(&slot.converted);
+    slot.passed = {};
+    slot.converted = {};
   }
   HRESULT result = Place();
   for (std::size_t i = 0; SUCCEEDED(result) && i < slots_.size(); ++i) {
@@ -82,40 +84,47 @@ HRESULT ArgumentFrame::Place() {
 }
 
 HRESULT ArgumentFrame::Convert(const Dispatch::Parameter& parameter, Slot& slot) {
-  VARIANT* value = slot.source ? Behind(slot.source) : nullptr;
+  const VARIANT* value = slot.source ? Behind(slot.source) : nullptr;
+  const VARTYPE expected = ExpectedType(parameter);
+  HRESULT result = S_OK;
   if (IsLeftOut(value)) {
-    if (!parameter.optional) return DISP_E_PARAMNOTOPTIONAL;
-    if (!parameter.fallback && parameter.type == VT_VARIANT) {
-      slot.converted.vt = VT_ERROR;
-      slot.converted.scode = DISP_E_PARAMNOTFOUND;
-    } else if (parameter.fallback) {
-      const HRESULT copied = VariantCopy(&slot.converted, const_cast<VARIANT*>(parameter.fallback));
-      if (FAILED(copied)) return copied;
-      if (parameter.type == VT_DISPATCH) slot.converted.vt = VT_DISPATCH;  // its default is written as the number 0
-    } else {
-      slot.converted.vt = parameter.type;
-    }
-    value = nullptr;
-  }
-  if (value && value->vt == ExpectedType(parameter)) {
+    result = Supply(parameter, slot.converted);
+  } else if (slot.source->vt == expected) {
+    slot.passed = *slot.source;
+    return S_OK;
+  } else if (value->vt == expected || (expected == VT_VARIANT && !(value->vt & VT_BYREF))) {
     slot.passed = *value;
     return S_OK;
+  } else {
+    result = VariantCopyInd(&slot.converted, const_cast<VARIANT*>(value));  // only read
   }
-  if (value) {
-    const HRESULT copied = VariantCopyInd(&slot.converted, value);
-    if (FAILED(copied)) return copied;
+  if (SUCCEEDED(result) && parameter.type != VT_VARIANT && slot.converted.vt != parameter.type) {
+    result =
+        VariantChangeTypeEx(&slot.converted, &slot.converted, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, parameter.type);
   }
-  if (parameter.type != VT_VARIANT && slot.converted.vt != parameter.type) {
-    const HRESULT changed = VariantChangeTypeEx(&slot.converted, &slot.converted, LOCALE_USER_DEFAULT,
-                                                VARIANT_ALPHABOOL, parameter.type);
-    if (FAILED(changed)) return changed;
+  if (SUCCEEDED(result)) Pass(parameter, slot);
+  return result;
+}
+
+// A parameter that may be left out and has no default: "missing" where it is a VARIANT, otherwise its type's zero.
+HRESULT ArgumentFrame::Supply(const Dispatch::Parameter& parameter, VARIANT& supplied) {
+  if (!parameter.optional) return DISP_E_PARAMNOTOPTIONAL;
+  if (parameter.type == VT_DISPATCH) {  // its default is written as the number 0
+    supplied.vt = VT_DISPATCH;
+    supplied.pdispVal = nullptr;
+    return S_OK;
   }
-  slot.passed = slot.converted;
-  if (parameter.byReference) {
-    slot.passed.vt = ExpectedType(parameter);
-    slot.passed.byref = parameter.type == VT_VARIANT ? static_cast<void*>(&slot.converted) : &slot.converted.byref;
-  }
+  if (parameter.fallback) return VariantCopy(&supplied, const_cast<VARIANT*>(parameter.fallback));  // only read
+  supplied.vt = parameter.type == VT_VARIANT ? VARTYPE{VT_ERROR} : parameter.type;
+  if (parameter.type == VT_VARIANT) supplied.scode = DISP_E_PARAMNOTFOUND;
   return S_OK;
+}
+
+void ArgumentFrame::Pass(const Dispatch::Parameter& parameter, Slot& slot) noexcept {
+  slot.passed = slot.converted;
+  if (!parameter.byReference) return;
+  slot.passed.vt = ExpectedType(parameter);
+  slot.passed.byref = parameter.type == VT_VARIANT ? static_cast<void*>(&slot.converted) : &slot.converted.byref;
 }
 
 void ArgumentFrame::WriteBack() noexcept {

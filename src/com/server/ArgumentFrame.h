@@ -32,13 +32,15 @@ class ArgumentFrame {
   };
 
   HRESULT Place();
-  HRESULT Convert(const Dispatch::Parameter& parameter, Slot& slot);
+  static HRESULT Convert(const Dispatch::Parameter& parameter, Slot& slot);
+  static HRESULT Supply(const Dispatch::Parameter& parameter, VARIANT& supplied);
+  static void Pass(const Dispatch::Parameter& parameter, Slot& slot) noexcept;
 
   const Dispatch::Member& member_;
   const DISPPARAMS& given_;
   DISPPARAMS filled_ = {};
   DISPID assigned_ = DISPID_PROPERTYPUT;
-  std::vector<Slot> slots_;       // in the order of the parameters
+  std::vector<Slot> slots_;        // in the order of the parameters
   std::vector<VARIANT> reversed_;  // as IDispatch takes them
 };
 

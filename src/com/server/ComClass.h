@@ -3,7 +3,6 @@
 #include <windows.h>
 #include <oaidl.h>
 
-#include <atomic>
 #include <new>
 
 #include "com/server/Dispatch.h"
@@ -22,7 +21,7 @@ class ComClass : public Main, public ISupportErrorInfo {
   STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
     if (!object) return E_POINTER;
     *object = nullptr;
-    if (iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Dual) || iid == mainId_) {
+    if (iid == mainId_ || iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Dual)) {
       *object = static_cast<Main*>(this);
     } else if (iid == IID_ISupportErrorInfo) {
       *object = static_cast<ISupportErrorInfo*>(this);
@@ -35,7 +34,10 @@ class ComClass : public Main, public ISupportErrorInfo {
   STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
   STDMETHODIMP_(ULONG) Release() override {
     const ULONG left = --references_;
-    if (left == 0) delete this;
+    if (left == 0) {
+      references_ = 1;  // who is called while this ends may take and release it once more
+      delete this;
+    }
     return left;
   }
 
@@ -64,7 +66,7 @@ class ComClass : public Main, public ISupportErrorInfo {
 
  private:
   const IID& mainId_;
-  std::atomic<ULONG> references_ = 1;
+  ULONG references_ = 1;  // objects stay in their apartment, so nobody else counts
 };
 
 // The maker of a class for its row in the class table.

@@ -38,6 +38,12 @@ Dispatch::Parameter Describe(const ELEMDESC& element) noexcept {
 WORD FlagOf(INVOKEKIND kind) noexcept { return static_cast<WORD>(kind); }
 
 constexpr WORD kAssignments = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+constexpr WORD kReads = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
+
+// Hosts differ in what they call a read ("x.Count()", an enumerator) and which assignment they make.
+bool IsNearlyAsked(WORD kind, WORD flags) noexcept {
+  return (kind & kAssignments && flags & kAssignments) || (kind & kReads && flags & kReads);
+}
 
 }  // namespace
 
@@ -91,13 +97,13 @@ HRESULT Dispatch::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const 
   return FAILED(loaded_) ? loaded_ : typeInfo_->GetIDsOfNames(names, count, ids);
 }
 
-// Where a member knows only the other kind of assignment, `flags` become that kind.
+// `flags` become the kind that the member knows, where the caller names the other one or both.
 const Dispatch::Member* Dispatch::Find(DISPID id, WORD& flags) const noexcept {
   const Member* other = nullptr;
   for (const auto& member : members_) {
     if (member.id != id) continue;
-    if (FlagOf(member.kind) & flags) return &member;
-    if (flags & kAssignments && FlagOf(member.kind) & kAssignments) other = &member;
+    if (FlagOf(member.kind) == flags) return &member;
+    if (!other && IsNearlyAsked(FlagOf(member.kind), flags)) other = &member;
   }
   if (other) flags = FlagOf(other->kind);
   return other;

@@ -13,7 +13,8 @@ namespace tavio::com {
 //  - a variable passed for a typed parameter (VT_BYREF|VT_VARIANT) is converted, and takes what a by-reference parameter
 //    leaves behind;
 //  - arguments given by name, and those left out that have a default, also where the parameter is by reference;
-//  - an assignment reaches a property that knows only the other kind of assignment ("x.Data = d" and "Set x.Data = d").
+//  - an assignment reaches a property that knows only the other kind of assignment ("x.Data = d" and "Set x.Data = d"),
+//    and a call reaches a property ("x.Count()" in JScript).
 // A refused argument answers DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADPARAMCOUNT or DISP_E_PARAMNOTOPTIONAL.
 class Dispatch {
  public:

@@ -3,6 +3,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -18,6 +19,9 @@ using Microsoft::WRL::ComPtr;
 constexpr HRESULT kAccessDenied = HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
 constexpr HRESULT kTakenByOthers = HRESULT_FROM_WIN32(ERROR_OBJECT_ALREADY_EXISTS);
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
+// What the systems answer where a type library to be removed is not registered.
+constexpr HRESULT kNoTypeLibrary[] = {TYPE_E_REGISTRYACCESS, TYPE_E_LIBNOTREGISTERED, E_INVALIDARG,
+                                      HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)};
 
 std::wstring GuidText(REFGUID id) {
   wchar_t text[40];
@@ -64,9 +68,8 @@ void WriteTypeLibrary(Scope scope, const std::wstring& path) {
   ComPtr<ITypeLib> library;
   Check(LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library));
   auto* file = const_cast<wchar_t*>(path.c_str());
-  const auto registers = scope == Scope::kMachine
-                             ? &RegisterTypeLib
-                             : FromOleAut<decltype(RegisterTypeLib)>("RegisterTypeLibForUser");
+  const auto registers =
+      scope == Scope::kMachine ? &RegisterTypeLib : FromOleAut<decltype(RegisterTypeLib)>("RegisterTypeLibForUser");
   Check(registers(library.Get(), file, nullptr));
 }
 
@@ -80,9 +83,9 @@ void RemoveTypeLibrary(Scope scope) {
                                ? &UnRegisterTypeLib
                                : FromOleAut<decltype(UnRegisterTypeLib)>("UnRegisterTypeLibForUser");
   const HRESULT result = unregisters(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
-                                    attributes->lcid, attributes->syskind);
+                                     attributes->lcid, attributes->syskind);
   library->ReleaseTLibAttr(attributes);
-  if (result != TYPE_E_REGISTRYACCESS && result != HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)) Check(result);
+  if (std::ranges::find(kNoTypeLibrary, result) == std::end(kNoTypeLibrary)) Check(result);
 }
 
 void RefuseForeignClasses() {
@@ -98,12 +101,24 @@ void RefuseForeignClasses() {
 
 HKEY RootOf(Scope scope) noexcept { return scope == Scope::kMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER; }
 
+// A ProgID that leads to somebody else's class is not ours to remove.
+bool IsForeign(HKEY root, const ClassRow& row) {
+  wchar_t registered[40];
+  DWORD bytes = sizeof(registered);
+  const std::wstring key = std::wstring(kClasses) + row.progId + L"\\CLSID";
+  const LSTATUS status = RegGetValueW(root, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, registered, &bytes);
+  CLSID id;
+  return status == ERROR_SUCCESS && SUCCEEDED(CLSIDFromString(registered, &id)) && id != row.id;
+}
+
 void RemoveAll(Scope scope) {
   RemoveTypeLibrary(scope);
   for (const auto& row : kServer.classes) {
-    RemoveTree(RootOf(scope), row.progId);
+    if (!IsForeign(RootOf(scope), row)) RemoveTree(RootOf(scope), row.progId);
     RemoveTree(RootOf(scope), ClassKey(row));
   }
+  // A user without classes of his own had no such key; one with subkeys cannot be deleted.
+  RegDeleteKeyW(RootOf(scope), L"Software\\Classes\\CLSID");
 }
 
 void WriteAll(Scope scope) {

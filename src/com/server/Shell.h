@@ -6,6 +6,7 @@
 #include <type_traits>
 #include <utility>
 
+#include "com/server/ComClass.h"
 #include "foundation/Error.h"
 #include "foundation/Vector.h"
 
@@ -44,6 +45,20 @@ T Referenced(T* parameter) {
   if (!parameter) throw Error::NotSet();
   return *parameter;
 }
+
+// The base of the shells: a class whose members forward to a domain object.
+template <class Dual>
+class Shell : public ComClass<Dual> {
+ protected:
+  template <class Body>
+  static HRESULT Do(Body&& body) noexcept {
+    return Run(__uuidof(Dual), std::forward<Body>(body));
+  }
+  template <class Target, class Body>
+  static HRESULT Give(Target* target, Body&& body) noexcept {
+    return Return(__uuidof(Dual), target, std::forward<Body>(body));
+  }
+};
 
 // A package parameter. Type mismatch where the object is no such container.
 inline Dictionary AsDictionary(IDispatch* object) { return Dictionary(ComPtr<IDispatch>(object)); }

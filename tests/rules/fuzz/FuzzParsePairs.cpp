@@ -1,4 +1,4 @@
-#include "delivery/MParse.h"
+#include "foundation/MParse.h"
 #include "tests/rules/fuzz/Fuzz.h"
 
 using namespace tavio;

@@ -1,8 +1,8 @@
-#include "delivery/modFunction.h"
+#include "foundation/modFunction.h"
 
-#include "delivery/MParse.h"
 #include "foundation/Error.h"
 #include "foundation/LetterCase.h"
+#include "foundation/MParse.h"
 #include "foundation/ResText.h"
 #include "foundation/Value.h"
 

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace tavio::bench {
+
+// The measured roads, a file each.
+void MeasureTranslation();
+void MeasureQueries();
+void MeasureSending();
+void MeasureAddresses();
+void MeasureDispatch();
+
+}  // namespace tavio::bench

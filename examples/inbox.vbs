@@ -1,0 +1,55 @@
+' Prints the development platform's inbox:  cscript /nologo inbox.vbs [file]
+' With a file's name the table is written there, as Unicode text, instead of to the console.
+Option Explicit
+
+Dim output
+Set output = Nothing
+If WScript.Arguments.Count > 0 Then
+  Set output = CreateObject("Scripting.FileSystemObject").CreateTextFile(WScript.Arguments(0), True, True)
+End If
+
+Dim store, process, name, info, inbox
+Set store = CreateObject("TavioSharedProps.PropStore")
+process = 0
+name = "PropsString"
+Set info = CreateObject("TavioMClass.ClassInfo")
+Set inbox = info.GetData(store.GetProperty(process, name), _
+  "SELECT m.FTime, s.FName AS FSender, r.FName AS FRecipient, m.FTitle, m.FContent FROM t_Inbox m" & _
+  " LEFT JOIN t_User s ON s.FUserID = m.FSenderID LEFT JOIN t_User r ON r.FUserID = m.FRecipientID ORDER BY m.FID")
+
+Print Line("time", "sender", "recipient", "title", "content")
+Print String(110, "-")
+Do Until inbox.EOF
+  Print Line(inbox("FTime"), inbox("FSender"), inbox("FRecipient"), inbox("FTitle"), OneLine(inbox("FContent")))
+  inbox.MoveNext
+Loop
+Print inbox.RecordCount & " message(s)"
+If Not output Is Nothing Then output.Close
+
+Sub Print(text)
+  If output Is Nothing Then
+    WScript.Echo text
+  Else
+    output.WriteLine text
+  End If
+End Sub
+
+Function Line(sent, sender, recipient, title, content)
+  Line = Padded(Left(sent, 19), 20) & Padded(sender, 10) & Padded(recipient, 10) & Padded(title, 24) & content
+End Function
+
+Function OneLine(text)
+  OneLine = Replace(Replace(text & "", vbCr, " "), vbLf, " ")
+End Function
+
+' A Chinese character takes two columns.
+Function Padded(value, columns)
+  Dim text, i, width
+  text = value & ""
+  For i = 1 To Len(text)
+    width = width + 1
+    If Asc(Mid(text, i, 1)) < 0 Or Asc(Mid(text, i, 1)) > 255 Then width = width + 1
+  Next
+  If width < columns Then text = text & Space(columns - width)
+  Padded = text & " "
+End Function

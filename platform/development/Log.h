@@ -1,0 +1,20 @@
+#pragma once
+
+#include "development/PlatformObject.h"
+
+namespace tavio::development {
+
+// MorlaLogMsg.Log: the timing log, in t_Log. Times are milliseconds since 1970 (UTC). The row LogEnabled of t_Setting
+// switches it on ("1") and off.
+//   IsEnabled()   LogStart(label) -> handle   LogEnd(handle, outcome)
+class Log final : public PlatformObject {
+ public:
+  Log();
+
+ private:
+  bool IsEnabled();
+  std::int32_t LogStart(const Text& label);
+  void LogEnd(std::int32_t handle, std::int32_t outcome);
+};
+
+}  // namespace tavio::development

@@ -1,0 +1,88 @@
+#include "development/Storage.h"
+
+#include <windows.h>
+
+#include <map>
+#include <mutex>
+
+#include "development/PackageJson.h"
+#include "development/Schema.h"
+#include "foundation/AppFolder.h"
+#include "foundation/Error.h"
+
+namespace tavio::development {
+namespace {
+
+Text Environment(const wchar_t* name) {
+  Text value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+  value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+  return value;
+}
+
+// The drivers of Wine are those of the system below it, which knows no drive letters.
+Text AsDriverPath(const Text& path) {
+  using UnixName = char*(__cdecl*)(const wchar_t*);
+  const auto unixName = reinterpret_cast<UnixName>(
+      reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
+  char* name = unixName ? unixName(path.c_str()) : nullptr;
+  if (!name) return path;
+  const int size = MultiByteToWideChar(CP_UTF8, 0, name, -1, nullptr, 0);
+  Text text(static_cast<std::size_t>(size), L'\0');
+  MultiByteToWideChar(CP_UTF8, 0, name, -1, text.data(), size);
+  text.resize(text.size() - 1);
+  HeapFree(GetProcessHeap(), 0, name);
+  return text;
+}
+
+Text ConnectionText() {
+  const Text chosen = Environment(L"TAVIO_DEV_DATABASE");
+  if (!chosen.empty()) return chosen;
+  // Nothing here needs to survive a failure of the power supply, and every operation of a host writes log entries.
+  return L"DRIVER=SQLite3;Timeout=20000;SyncPragma=OFF;Database=" + AsDriverPath(StorageFolder() + L"platform.db");
+}
+
+std::shared_ptr<Database> Connect() {
+  auto database = std::make_shared<Database>(ConnectionText());
+  PrepareTables(*database);
+  return database;
+}
+
+}  // namespace
+
+Text StorageFolder() {
+  Text folder = Environment(L"TAVIO_DEV_FOLDER");
+  if (folder.empty()) folder = GetAppFolder() + L"devplatform";
+  if (folder.back() != L'\\' && folder.back() != L'/') folder += L'\\';
+  if (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
+    throw Error(HRESULT_FROM_WIN32(GetLastError()), L"DevPlatform", L"不能建立文件夹 " + folder);
+  }
+  return folder;
+}
+
+std::shared_ptr<Database> OpenStorage() {
+  static std::mutex guard;
+  static std::map<DWORD, std::weak_ptr<Database>> byThread;
+  const std::scoped_lock lock(guard);
+  auto& known = byThread[GetCurrentThreadId()];
+  auto database = known.lock();
+  if (!database) known = database = Connect();
+  return database;
+}
+
+std::int32_t ReserveIds(Database& database, const wchar_t* series, std::int32_t count) {
+  const auto changed = database.Execute(L"UPDATE t_Identity SET FNext = FNext + ? WHERE FName = ?", count, series);
+  if (changed == 0) throw Error(E_INVALIDARG, L"DevPlatform", Text(L"未知的编号序列 ") + series);
+  const Rows rows = database.Query(L"SELECT FNext FROM t_Identity WHERE FName = ?", series);
+  return rows.cells[0][0].ToInt32() - count;
+}
+
+Text NowText() {
+  SYSTEMTIME now;
+  GetLocalTime(&now);
+  wchar_t text[32];
+  std::swprintf(text, std::size(text), L"%04d-%02d-%02d %02d:%02d:%02d.%03d", now.wYear, now.wMonth, now.wDay,
+                now.wHour, now.wMinute, now.wSecond, now.wMilliseconds);
+  return text;
+}
+
+}  // namespace tavio::development

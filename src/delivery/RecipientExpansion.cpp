@@ -1,0 +1,90 @@
+#include "delivery/RecipientExpansion.h"
+
+#include "delivery/AddressList.h"
+#include "foundation/Component.h"
+#include "foundation/LetterCase.h"
+#include "foundation/SharedProperties.h"
+
+namespace tavio {
+namespace {
+
+constexpr wchar_t kUserInfoEx[] = L"UserInfoEx";
+
+Text TypeOf(const Dictionary& entry) {
+  Text type;
+  if (entry) entry.GetValue(L"FUserType"_key)->AppendTo(type);
+  return type.empty() ? L"U" : type;
+}
+
+std::int32_t IdOf(TextView key, const Dictionary& entry) {
+  if (entry && entry.Lookup(L"FUserID"_key)) return entry.Get(L"FUserID"_key)->ToInt32();
+  return Value(key).ToInt32();
+}
+
+void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
+  const Key key{TextView(type)};
+  Vector users(*groups.GetValue(key));
+  if (!users) {
+    users = Vector::New();
+    groups.Set(key, users.AsValue());
+  }
+  const auto record = Dictionary::New();
+  record.Set(L"FUserID"_key, Value(user));
+  users.Add(record);
+}
+
+// Under each type letter a Vector of records that hold the ID.
+Dictionary GroupedByType(const Dictionary& recipients) {
+  const auto groups = Dictionary::New();
+  const auto count = recipients.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const auto recipient = recipients.At(i);
+    const auto entry = recipient.value->HoldsObject() ? Dictionary(*recipient.value) : Dictionary();
+    AddTo(groups, TypeOf(entry), IdOf(recipient.KeyView(), entry));
+  }
+  return groups;
+}
+
+Value UserInfoExOf(const Component& users) {
+  return HasMember(users.Object().Get(), kUserInfoEx) ? users.Read(kUserInfoEx) : Value(L"");
+}
+
+void AddField(const Vector& users, const Key& field, AddressList& list) {
+  const auto count = users.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    Text address;
+    users.Record(i).GetValue(field)->AppendTo(address);
+    list.Add(address, ToUpper(address));
+  }
+}
+
+}  // namespace
+
+Dictionary ExpandRecipients(const Dictionary& recipients) {
+  if (recipients.Count() == 0) return {};
+  const auto groups = GroupedByType(recipients);
+  const auto expansion = Dictionary::New();
+  const auto users = Component::Create(L"TavioMSmsManager.clsBillUseInfo");
+  const Text props = GetPropsString();
+  const auto count = groups.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const auto group = groups.At(i);
+    Vector asked(*group.value);
+    const Vector known(users.Call(L"GetUserInfo", props, Text(group.KeyView()), ByRef(asked)));
+    if (known) expansion.Set(group.BorrowKey(), known.AsValue());
+  }
+  expansion.Set(L"UserInfoEx"_key, UserInfoExOf(users));
+  return expansion;
+}
+
+Text JoinAddresses(const Dictionary& expansion, const Key& field, Char separator) {
+  AddressList list(separator);
+  const auto count = expansion ? expansion.Count() : 0;
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const auto entry = expansion.At(i);
+    if (entry.KeyView() != kUserInfoEx) AddField(Vector(*entry.value), field, list);
+  }
+  return list.Joined();
+}
+
+}  // namespace tavio

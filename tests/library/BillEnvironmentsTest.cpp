@@ -1,0 +1,214 @@
+#include <functional>
+
+#include "catalogues/BillEnvironments.h"
+#include "foundation/Error.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+Box Report(const wchar_t* operation, const wchar_t* description) {
+  return Warning(Text(L"TavioClassBillAction.BillEnvironments : ") + operation + L" \r\n" + description);
+}
+
+Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType = 1) {
+  return Record({{L"FMask", mask}, {L"FID", id}, {L"FBillType", billType}});
+}
+
+std::string Ids(const Vector& list) {
+  if (!list) return "none";
+  std::string ids;
+  for (std::int32_t i = 1; i <= list.Count(); ++i) ids += Show(*list.Record(i).Get(L"FID"_key)) + " ";
+  return ids;
+}
+
+std::string Ids(const Dictionary& set) {
+  if (!set) return "none";
+  std::string ids;
+  for (std::int32_t i = 1; i <= set.Count(); ++i) ids += Show(*Dictionary(*set.At(i).value).Get(L"FID"_key)) + " ";
+  return ids;
+}
+
+class BillEnvironmentsTest : public LibraryTest {
+ protected:
+  BillEnvironmentsTest() {
+    classInfo.On(L"GetBillEnvironments", [this](Arguments& a) { return Answer(a, source.AsValue()); });
+    classInfo.On(L"GetClassMenu", [this](Arguments& a) { return Answer(a, menu.AsValue()); });
+  }
+
+  Value Answer(Arguments& a, Value package) const {
+    EXPECT_EQ(Show(a.At(0)), '"' + Utf8(props->props) + '"');
+    if (!answers) throw Error(E_FAIL, L"ClassInfo", L"中间层没有启动");
+    return package;
+  }
+
+  FakeComponent classInfo{L"TavioMClass.ClassInfo"};
+  bool answers = true;
+  Vector source = List({Scenario(1, 101), Scenario(2, 102, 3), Scenario(3, 103, 2), Scenario(7, 107, 0x40000000)});
+  Dictionary menu = Record({{L"FName", L"菜单"}});
+  BillEnvironments environments;
+};
+
+TEST_F(BillEnvironmentsTest, SortsTheTreeAndWritesItIntoTheRecords) {
+  EXPECT_EQ(Show(environments.GetSortList()),
+            "[{FMask: 7, FID: 107, FBillType: 1073741824, Parent: 0, Level: 0}, "
+            "{FMask: 3, FID: 103, FBillType: 2, Parent: 7, Level: 1}, "
+            "{FMask: 2, FID: 102, FBillType: 3, Parent: 3, Level: 2}, "
+            "{FMask: 1, FID: 101, FBillType: 1, Parent: 3, Level: 2}]");
+  EXPECT_EQ(classInfo.Calls(L"GetBillEnvironments"), 1);
+  EXPECT_EQ(classInfo.Living(), 0);
+}
+
+TEST_F(BillEnvironmentsTest, EqualMasksCollapseToTheLastInTheFirstPlace) {
+  source = List({Scenario(1, 10), Scenario(4, 40), Scenario(1, 11)});
+  EXPECT_EQ(Show(environments.GetList()),
+            "{1: {FMask: 1, FID: 11, FBillType: 1, Parent: 0, Level: 0}, "
+            "4: {FMask: 4, FID: 40, FBillType: 1, Parent: 0, Level: 0}}");
+  EXPECT_EQ(Show(source.Record(1)), "{FMask: 1, FID: 10, FBillType: 1}");
+}
+
+TEST_F(BillEnvironmentsTest, SharesSetListAndRecords) {
+  const auto set = environments.GetList();
+  EXPECT_EQ(environments.GetList().Object(), set.Object());
+  EXPECT_EQ(environments.GetSortListMsg().Object(), environments.GetSortList().Object());
+  const auto record = source.Record(4);
+  EXPECT_EQ(environments.GetSortList().Record(1).Object(), record.Object());
+  EXPECT_EQ(PackageAt(set, L"7"_key).Object(), record.Object());
+  EXPECT_EQ(PackageAt(environments.GetList(4), L"7"_key).Object(), record.Object());
+  EXPECT_EQ(environments.GetSortList(0, 107).Record(1).Object(), record.Object());
+  EXPECT_EQ(environments.GetItem(7).Object(), record.Object());
+  EXPECT_EQ(classInfo.Calls(L"GetBillEnvironments"), 1);
+}
+
+TEST_F(BillEnvironmentsTest, FiltersByIdOrMask) {
+  source.Add(Record({{L"FMask", 64}}));
+  source.Add(Scenario(-8, 108));
+  const struct {
+    std::int32_t mask, id;
+    const char *set, *sorted, *message;
+  } cases[] = {
+      // The record without FID has id 0 and so is in every list that is asked for by mask only.
+      {2, 0, "102 103 107 empty ", "102 empty ", "107 103 102 empty "},
+      {3, 0, "101 102 103 107 empty ", "103 102 101 empty ", "107 103 102 101 empty "},
+      {3, -1, "101 102 103 107 ", "103 102 101 ", "107 103 102 101 "},
+      {0, 103, "103 ", "103 ", "103 "},
+      {0, 999, "", "", ""},
+      {1, 107, "101 103 107 ", "107 101 ", "107 103 101 "},
+      {-8, 999, "empty 108 ", "108 ", "empty 108 "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.mask) + ", " + std::to_string(c.id));
+    EXPECT_EQ(Ids(environments.GetList(c.mask, c.id)), c.set);
+    EXPECT_EQ(Ids(environments.GetSortList(c.mask, c.id)), c.sorted);
+    EXPECT_EQ(Ids(environments.GetSortListMsg(c.mask, c.id)), c.message);
+  }
+  EXPECT_EQ(Utf8(environments.GetList(4, -1).Name(1)), "7");
+}
+
+TEST_F(BillEnvironmentsTest, ListsTheScenariosOfABillType) {
+  const std::string label = "TavioClassBillAction.BillEnvironments.GetBillTypeList";
+  EXPECT_EQ(Ids(environments.GetBillTypeList(2)), "102 103 ");
+  EXPECT_EQ(Ids(environments.GetBillTypeList(31)), "107 ");
+  EXPECT_EQ(Ids(environments.GetBillTypeList(0)), "");
+  log->entries.clear();
+  EXPECT_FALSE(environments.GetBillTypeList(32));
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"GetBillTypeList", L"溢出")});
+  EXPECT_EQ(Ids(environments.GetBillTypeList(1)), "101 102 ");
+  EXPECT_EQ(log->entries, (std::vector<std::string>{"begin " + label, "end " + label + " 0", "begin " + label,
+                                                    "end " + label + " 0"}));
+}
+
+TEST_F(BillEnvironmentsTest, FindsOneScenarioAndClosesTheLogOnEveryPath) {
+  source.Add(Scenario(8, 103));
+  const struct {
+    std::int32_t mask, id, found;  // the mask, 0 for none
+  } cases[] = {{3, 0, 3}, {3, 107, 3}, {5, 107, 0}, {0, 0, 0}, {0, 107, 7}, {0, 103, 3}, {0, 999, 0}};
+  for (const auto& c : cases) {
+    const auto scenario = environments.GetItem(c.mask, c.id);
+    EXPECT_EQ(scenario ? scenario.Get(L"FMask"_key)->ToInt32() : 0, c.found) << c.mask << ", " << c.id;
+    ASSERT_EQ(log->entries.size(), 2u) << c.mask << ", " << c.id;
+    EXPECT_EQ(log->entries[0], "begin TavioClassBillAction.BillEnvironments.GetItem");
+    log->entries.clear();
+  }
+}
+
+TEST_F(BillEnvironmentsTest, EveryOperationTriesAgainAfterAFailedLoad) {
+  const auto failedLoad = Report(L"Initialize", L"中间层没有启动");
+  const struct {
+    const char* name;
+    std::function<bool(BillEnvironments&)> run;
+    Boxes boxes;
+  } cases[] = {
+      {"GetList", [](auto& e) { return static_cast<bool>(e.GetList(1)); }, {failedLoad}},
+      {"GetSortList", [](auto& e) { return static_cast<bool>(e.GetSortList(1)); }, {failedLoad}},
+      {"GetSortListMsg", [](auto& e) { return static_cast<bool>(e.GetSortListMsg(1)); }, {failedLoad}},
+      {"GetBillTypeList",
+       [](auto& e) { return static_cast<bool>(e.GetBillTypeList(1)); },
+       {failedLoad, Report(L"GetBillTypeList", L"对象未设置")}},
+      {"GetItem by mask",
+       [](auto& e) { return static_cast<bool>(e.GetItem(1)); },
+       {failedLoad, Report(L"GetItem", L"对象未设置")}},
+      {"GetItem by id",
+       [](auto& e) { return static_cast<bool>(e.GetItem(0, 101)); },
+       {failedLoad, Report(L"GetItem", L"对象未设置")}},
+      {"GetClassMenu",
+       [](auto& e) { return static_cast<bool>(e.GetClassMenu()); },
+       {Report(L"GetClassMenu", L"中间层没有启动")}},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.name);
+    BillEnvironments fresh;
+    answers = false;
+    EXPECT_FALSE(c.run(fresh));
+    EXPECT_EQ(boxes.Take(), c.boxes);
+    EXPECT_EQ(classInfo.Living(), 0);
+    answers = true;
+    EXPECT_TRUE(c.run(fresh));
+  }
+}
+
+TEST_F(BillEnvironmentsTest, AFailedSortLeavesWhatWasBuilt) {
+  const struct {
+    const char* what;
+    Value item;
+    const wchar_t* description;
+  } cases[] = {
+      {"no mask", Record({{L"FID", 9}}).AsValue(), L"数据包缺少字段 FMask"},
+      {"a mask that is no number", Record({{L"FMask", L"all"}}).AsValue(), L"类型不匹配"},
+      {"no package", Value(5), L"类型不匹配"},
+      {"nothing", Value(), L"对象未设置"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    BillEnvironments fresh;
+    source = List({Scenario(1, 101), c.item, Scenario(2, 102)});
+    EXPECT_EQ(Ids(fresh.GetList()), "101 ");
+    EXPECT_EQ(boxes.Take(), Boxes{Report(L"SortList", c.description)});
+    EXPECT_EQ(Ids(fresh.GetList()), "101 ");  // the set is held, so nothing is loaded again
+    EXPECT_FALSE(fresh.GetSortList());        // the list is not
+    EXPECT_EQ(boxes.Take(), Boxes{Report(L"SortList", c.description)});
+    source = List({Scenario(2, 102)});
+    EXPECT_EQ(Ids(fresh.GetSortList()), "102 ");
+  }
+}
+
+TEST_F(BillEnvironmentsTest, MoreThan32767ScenariosOverflow) {
+  const auto scenario = Scenario(1, 101);
+  source = List({});
+  for (std::int32_t i = 0; i < 32767; ++i) source.Add(scenario);
+  EXPECT_EQ(Ids(environments.GetSortList()), "101 ");
+  BillEnvironments fresh;
+  source.Add(scenario);
+  EXPECT_FALSE(fresh.GetSortList());
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"SortList", L"溢出")});
+  EXPECT_EQ(Ids(fresh.GetList()), "");
+}
+
+TEST_F(BillEnvironmentsTest, HandsOutTheClassMenu) {
+  EXPECT_EQ(environments.GetClassMenu().Object(), menu.Object());
+  EXPECT_EQ(classInfo.Calls(L"GetBillEnvironments"), 0);
+  EXPECT_EQ(classInfo.Living(), 0);
+}
+
+}  // namespace
+}  // namespace tavio::test

@@ -1,0 +1,46 @@
+#include "tests/support/BoxWindow.h"
+
+#include <algorithm>
+#include <string_view>
+
+namespace tavio::test {
+namespace {
+
+bool IsOfClass(HWND window, std::wstring_view wanted) {
+  wchar_t name[16];
+  const int length = GetClassNameW(window, name, 16);
+  return std::wstring_view(name, static_cast<std::size_t>(length)) == wanted;
+}
+
+bool IsVisible(HWND control) { return (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
+
+}  // namespace
+
+std::vector<int> ButtonsOf(HWND box) {
+  std::vector<int> buttons;
+  for (const int id : {IDOK, IDYES, IDNO, IDABORT, IDRETRY, IDIGNORE, IDCANCEL}) {
+    const HWND button = GetDlgItem(box, id);
+    if (button && IsVisible(button)) buttons.push_back(id);
+  }
+  return buttons;
+}
+
+// Asked for its default button, a box answers wrongly under Wine.
+int DefaultButtonOf(HWND box, const std::vector<int>& buttons) {
+  // Not what the dialog names as its default, which can be a button that the box does not have.
+  const auto isDefault = [&](int id) {
+    return (GetWindowLongPtrW(GetDlgItem(box, id), GWL_STYLE) & BS_TYPEMASK) == BS_DEFPUSHBUTTON;
+  };
+  const auto found = std::find_if(buttons.begin(), buttons.end(), isDefault);
+  return found == buttons.end() ? IDOK : *found;
+}
+
+bool IsMessageBox(HWND window) {
+  if (!IsOfClass(window, L"#32770") || !GetDlgItem(window, kBoxText)) return false;
+  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    if (!IsOfClass(child, L"Static") && !IsOfClass(child, L"Button")) return false;
+  }
+  return !ButtonsOf(window).empty();
+}
+
+}  // namespace tavio::test

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+// A message box as a window, of this process or another.
+
+namespace tavio::test {
+
+inline constexpr int kBoxText = 0xFFFF;  // the control that holds its text
+
+// The buttons that are there, by number, from left to right.
+std::vector<int> ButtonsOf(HWND box);
+
+// The button that Enter presses.
+int DefaultButtonOf(HWND box, const std::vector<int>& buttons);
+
+// A dialog of nothing but texts, an icon and the buttons of message boxes.
+bool IsMessageBox(HWND window);
+
+}  // namespace tavio::test
