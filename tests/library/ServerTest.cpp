@@ -1,108 +1,96 @@
+#include <map>
+
 #include "tests/library/ServerFixture.h"
 #include "tests/support/ForeignRecord.h"
 
 namespace tavio::test {
 namespace {
 
-// "id kind Name(parameters)result": l long, s text, b Boolean, o object, v any; & by reference, ? optional.
+// "id Name(parameters)": ":=" behind the name of an assignment, "&=" of one by reference; l long, s text, b Boolean,
+// o object, v any; & by reference, ? optional.
 std::string Describe(ITypeInfo* info, const FUNCDESC& function) {
-  const auto letter = [](const TYPEDESC& type) -> std::string {
-    const bool pointer = type.vt == VT_PTR;
-    switch (pointer ? type.lptdesc->vt : type.vt) {
-      case VT_I4:
-        return pointer ? "l&" : "l";
-      case VT_BSTR:
-        return pointer ? "s&" : "s";
-      case VT_BOOL:
-        return pointer ? "b&" : "b";
-      case VT_VARIANT:
-        return "v";
-      case VT_USERDEFINED:
-      case VT_DISPATCH:
-        return type.vt == VT_PTR && type.lptdesc->vt == VT_DISPATCH ? "o&" : "o";
-      case VT_PTR:
-        return "o&";
-      default:
-        return "";
-    }
-  };
+  const std::map<VARTYPE, char> letters = {{VT_I4, 'l'}, {VT_BSTR, 's'}, {VT_BOOL, 'b'}, {VT_VARIANT, 'v'}};
   BString name;
   info->GetDocumentation(function.memid, name.Receive(), nullptr, nullptr, nullptr);
-  const char* kind = function.invkind == INVOKE_PROPERTYGET      ? "get "
-                     : function.invkind == INVOKE_PROPERTYPUT    ? "put "
-                     : function.invkind == INVOKE_PROPERTYPUTREF ? "putref "
-                                                                 : "";
-  std::string parameters, result = letter(function.elemdescFunc.tdesc);
+  auto text = std::to_string(function.memid) + " " + Utf8(name.View());
+  if (function.invkind == INVOKE_PROPERTYPUT) text += ":=";
+  if (function.invkind == INVOKE_PROPERTYPUTREF) text += "&=";
+  text += "(";
   for (SHORT i = 0; i < function.cParams; ++i) {
     const auto& element = function.lprgelemdescParam[i];
     const auto flags = element.paramdesc.wParamFlags;
-    auto text = letter(element.tdesc);
-    if (flags & PARAMFLAG_FRETVAL) result = text.substr(0, 1);
-    if (!(flags & PARAMFLAG_FRETVAL)) parameters += text + (flags & PARAMFLAG_FOPT ? "?" : "");
+    if (flags & PARAMFLAG_FRETVAL) continue;
+    const TYPEDESC* plain = &element.tdesc;
+    int pointers = 0;
+    for (; plain->vt == VT_PTR; plain = plain->lptdesc) ++pointers;
+    const auto letter = letters.find(plain->vt);
+    const bool object = letter == letters.end();
+    text += object ? 'o' : letter->second;
+    if (pointers > (object && plain->vt != VT_DISPATCH)) text += "&";
+    if (flags & PARAMFLAG_FOPT) text += "?";
   }
-  return std::to_string(function.memid) + " " + kind + Utf8(name.View()) + "(" + parameters + ")" + result;
+  return text + ")";
 }
 
 TEST_F(ServerTest, MembersKeepTheirIdentifiersAndOrder) {
   const std::pair<IID, std::vector<std::string>> interfaces[] = {
       {__uuidof(_BillActions),
-       {"1 put ClassTypeID(l)",
-        "1 get ClassTypeID()l",
-        "2 putref ClassType(o)",
-        "3 put ClassTypeEntry(o)",
-        "4 put TableInfo(o)",
-        "5 put vctPredefineAction(o)",
+       {"1 ClassTypeID:=(l)",
+        "1 ClassTypeID()",
+        "2 ClassType&=(o)",
+        "3 ClassTypeEntry:=(o)",
+        "4 TableInfo:=(o)",
+        "5 vctPredefineAction:=(o)",
         "6 Initialize()",
-        "7 Save()b",
+        "7 Save()",
         "8 SetBillActions(o&)",
         "9 NewBill()",
-        "10 GetBillActions()o",
-        "11 Item(s)o",
-        "12 GetEnvironmentItems(l)o",
-        "13 LookUp(s)b",
-        "14 AddNew(o&)b",
-        "15 Remove(s&)b",
+        "10 GetBillActions()",
+        "11 Item(s)",
+        "12 GetEnvironmentItems(l)",
+        "13 LookUp(s)",
+        "14 AddNew(o&)",
+        "15 Remove(s&)",
         "16 RemoveAll()",
-        "17 Update(o&)b",
-        "18 GetAppendVariables()o",
-        "19 AddAppendVariables(o)b",
-        "20 GetMessage(sl)o",
-        "21 DownloadFile(vs?)s"}},
+        "17 Update(o&)",
+        "18 GetAppendVariables()",
+        "19 AddAppendVariables(o)",
+        "20 GetMessage(sl)",
+        "21 DownloadFile(vs?)"}},
       {__uuidof(_PredefineActions),
-       {"1 Item(s)o", "2 SetList(o&)b", "3 GetList()o", "4 LookUp(s)b", "5 GetDefaultActions(l)o",
-        "6 LookupRightMask(l)b"}},
+       {"1 Item(s)", "2 SetList(o&)", "3 GetList()", "4 LookUp(s)", "5 GetDefaultActions(l)", "6 LookupRightMask(l)"}},
       {__uuidof(_BillEnvironments),
-       {"1 GetList(l?l?)o", "2 GetSortList(l?l?)o", "3 GetSortListMsg(l?l?)o", "4 GetBillTypeList(l)o",
-        "5 GetItem(l?l?)o", "6 GetClassMenu()o"}},
+       {"1 GetList(l?l?)", "2 GetSortList(l?l?)", "3 GetSortListMsg(l?l?)", "4 GetBillTypeList(l)", "5 GetItem(l?l?)",
+        "6 GetClassMenu()"}},
       {__uuidof(_Message),
-       {"1 put ClassTypeID(l)",
-        "1 get ClassTypeID()l",
-        "2 putref Data(o)",
-        "3 putref ClassType(o)",
-        "4 putref TableInfo(o)",
-        "5 putref ClassTypeEntry(o)",
-        "6 put MustSelectMsgUser(b)",
-        "6 get MustSelectMsgUser()b",
-        "7 putref GroupInfo(v)",
-        "8 putref ExcludeUser(o)",
-        "9 SetMessage(o)b",
-        "10 GetMessage()o",
+       {"1 ClassTypeID:=(l)",
+        "1 ClassTypeID()",
+        "2 Data&=(o)",
+        "3 ClassType&=(o)",
+        "4 TableInfo&=(o)",
+        "5 ClassTypeEntry&=(o)",
+        "6 MustSelectMsgUser:=(b)",
+        "6 MustSelectMsgUser()",
+        "7 GroupInfo&=(v)",
+        "8 ExcludeUser&=(o)",
+        "9 SetMessage(o)",
+        "10 GetMessage()",
         "11 RefreshVariableList()",
-        "12 AddVariable(o)b",
+        "12 AddVariable(o)",
         "13 NewMessage()",
-        "14 RefreshVariableValue(o&)b",
-        "15 SendSMS()b",
-        "16 get SelectedUser()o",
-        "16 putref SelectedUser(o)",
-        "17 SendMessage(o?)b",
-        "18 AddUser(l&)b",
-        "19 RemoveUser(l&)b",
-        "20 RemoveAllUsers()b",
-        "21 TransMessage(sb&?b&?b&?)s",
-        "22 GetVariableUser()o",
-        "23 GetVariableList()o",
-        "24 SendEmail(o)b",
-        "25 SendShortMessage()b"}},
+        "14 RefreshVariableValue(o&)",
+        "15 SendSMS()",
+        "16 SelectedUser()",
+        "16 SelectedUser&=(o)",
+        "17 SendMessage(o?)",
+        "18 AddUser(l&)",
+        "19 RemoveUser(l&)",
+        "20 RemoveAllUsers()",
+        "21 TransMessage(sb&?b&?b&?)",
+        "22 GetVariableUser()",
+        "23 GetVariableList()",
+        "24 SendEmail(o)",
+        "25 SendShortMessage()"}},
   };
   for (const auto& [iid, expected] : interfaces) {
     std::vector<std::string> members;
