@@ -30,6 +30,12 @@ double Seconds(const std::function<void()>& call) {
   return best;
 }
 
+double SecondsOnce(const std::function<void()>& call) {
+  const auto start = Clock::now();
+  call();
+  return Elapsed(start);
+}
+
 void PrintRatio(const std::string& name, double seconds, double baseline, double limit) {
   std::printf("%-66s %7.2fx", name.c_str(), seconds / baseline);
   if (limit > 0) std::printf("  (at most %gx)", limit);

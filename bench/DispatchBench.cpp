@@ -33,9 +33,8 @@ void MeasureDispatch() {
   DISPID assigned = DISPID_PROPERTYPUT;
   DISPPARAMS parameters = {arguments, &assigned, 1, 1};
   constexpr DISPID kClassTypeId = 1;
-  const double direct = Seconds([&] {
-    info->Invoke(early.Get(), kClassTypeId, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr);
-  });
+  const double direct = Seconds(
+      [&] { info->Invoke(early.Get(), kClassTypeId, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr, nullptr); });
   const double late = Seconds([&] {
     object->Invoke(kClassTypeId, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_PROPERTYPUT, &parameters, nullptr, nullptr,
                    nullptr);

@@ -10,5 +10,7 @@ int main() {
   tavio::bench::MeasureSending();
   tavio::bench::MeasureAddresses();
   tavio::bench::MeasureDispatch();
+  tavio::bench::MeasureCatalogues();
+  tavio::bench::MeasureEditing();
   return 0;
 }

@@ -39,10 +39,11 @@ void MeasureQueries() {
   const auto many = Holding(kMost);
   const auto few = Holding(kTenth);
   const Text last = L"Action" + std::to_wstring(kMost);
-  PrintRatio("LookUp of the last of 32,767 actions / plain loop", Seconds([&] { many.LookUp(last); }), PlainLookUp(), 8);
+  PrintRatio("LookUp of the last of 32,767 actions / plain loop", Seconds([&] { many.LookUp(last); }), PlainLookUp(),
+             8);
   const double tenth = Seconds([&] { few.GetEnvironmentItems(1); });
-  PrintRatio("GetEnvironmentItems, 32,767 actions / 3,277 actions", Seconds([&] { many.GetEnvironmentItems(1); }), tenth,
-             0);
+  PrintRatio("GetEnvironmentItems, 32,767 actions / 3,277 actions", Seconds([&] { many.GetEnvironmentItems(1); }),
+             tenth, 0);
 }
 
 }  // namespace tavio::bench

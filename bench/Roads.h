@@ -8,5 +8,7 @@ void MeasureQueries();
 void MeasureSending();
 void MeasureAddresses();
 void MeasureDispatch();
+void MeasureCatalogues();
+void MeasureEditing();
 
 }  // namespace tavio::bench

@@ -111,4 +111,26 @@ STDMETHODIMP DictionaryObject::LendValue(BSTR key, const VARIANT** value) {
   return found ? S_OK : S_FALSE;
 }
 
+STDMETHODIMP DictionaryObject::LendField(LONG index, BSTR key, const VARIANT** value) {
+  *value = nullptr;
+  return Guarded([&] {
+    const auto* entry = map_.At(index);
+    const auto* record = entry ? AsOwn(entry->Value()) : nullptr;
+    if (!record) return E_NOINTERFACE;
+    const auto* found = record->map_.Find(ViewOf(key));
+    if (found) *value = &found->Raw();
+    return found ? S_OK : S_FALSE;
+  });
+}
+
+// Whoever has the virtual functions of this object is of this class, and lists of records are walked so often that
+// asking each record for its interface would be most of the cost.
+const DictionaryObject* DictionaryObject::AsOwn(const Value& stored) const noexcept {
+  if (stored.Type() != VT_DISPATCH || !stored.HoldsObject()) return nullptr;
+  const auto functionsOf = [](const IDispatch* object) { return *reinterpret_cast<const void* const*>(object); };
+  const IDispatch* object = stored.Raw().pdispVal;
+  if (functionsOf(object) != functionsOf(this)) return nullptr;
+  return static_cast<const DictionaryObject*>(static_cast<const IDictionaryLend*>(object));
+}
+
 }  // namespace tavio::vexo

@@ -37,8 +37,11 @@ class DictionaryObject final : public com::ComClass<_Dictionary, IDictionaryLend
 
   STDMETHODIMP LendEntry(LONG index, BSTR* key, const VARIANT** value) override;
   STDMETHODIMP LendValue(BSTR key, const VARIANT** value) override;
+  STDMETHODIMP LendField(LONG index, BSTR key, const VARIANT** value) override;
 
  private:
+  const DictionaryObject* AsOwn(const Value& stored) const noexcept;
+
   Map map_;
 };
 

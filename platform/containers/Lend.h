@@ -15,6 +15,8 @@ inline constexpr IID IID_IVectorLend = {
 struct IDictionaryLend : _Dictionary {
   virtual HRESULT STDMETHODCALLTYPE LendEntry(long index, BSTR* key, const VARIANT** value) = 0;
   virtual HRESULT STDMETHODCALLTYPE LendValue(BSTR key, const VARIANT** value) = 0;
+  // The value under `key` of the record at a position. E_NOINTERFACE where that is no record of this very class.
+  virtual HRESULT STDMETHODCALLTYPE LendField(long index, BSTR key, const VARIANT** value) = 0;
 };
 
 struct IVectorLend : _Vector {

@@ -5,8 +5,7 @@
 namespace tavio {
 namespace {
 
-LentValue CodeOf(const Dictionary& action) {
-  auto code = action.Get(L"FCode"_key);
+LentValue Required(LentValue code) {
   if (code->IsEmpty()) throw Error::MissingKey(L"FCode");
   return code;
 }
@@ -29,9 +28,9 @@ std::int32_t ChooseScenario(const Dictionary& messages, std::int32_t mask) {
 std::optional<BillActions::Found> BillActions::Find(TextView code) const {
   const auto count = CountedIn16Bits(actions_.Count());
   for (std::int32_t i = 1; i <= count; ++i) {
+    if (!Required(actions_.FieldAt(i, L"FCode"_key))->EqualsText(code)) continue;
     const auto entry = actions_.At(i);
-    const Dictionary action(*entry.value);
-    if (CodeOf(action)->EqualsText(code)) return Found{Text(entry.KeyView()), action};
+    return Found{Text(entry.KeyView()), Dictionary(*entry.value)};
   }
   return std::nullopt;
 }
@@ -56,9 +55,9 @@ Dictionary BillActions::GetEnvironmentItems(std::int32_t mask) const noexcept {
         const auto matching = Dictionary::New();
         const auto count = actions_.Count();
         for (std::int32_t i = 1; i <= count; ++i) {
+          if ((mask & actions_.FieldAt(i, L"FEnvironment"_key)->ToInt32()) == 0) continue;
           const Dictionary action(*actions_.At(i).value);
-          if ((mask & action.Get(L"FEnvironment"_key)->ToInt32()) == 0) continue;
-          matching.Set(KeyOf(*CodeOf(action)), action.Clone());
+          matching.Set(KeyOf(*Required(action.Get(L"FCode"_key))), action.Clone());
         }
         result = matching.Clone();
       });

@@ -196,4 +196,16 @@ Dictionary::Entry Dictionary::At(std::int32_t position) const {
   return {std::move(name), key, Get(Key::Borrow(key))};
 }
 
+LentValue Dictionary::FieldAt(std::int32_t position, const Key& key) const {
+  Own();
+  if (auto* lender = Lender()) {
+    const VARIANT* lent = nullptr;
+    const HRESULT result = lender->LendField(position, key.Get(), &lent);
+    if (lent) return LentValue(*lent);
+    if (SUCCEEDED(result)) return LentValue(Value());
+  }
+  const Dictionary record(*At(position).value);
+  return LentValue(record.Get(key)->Copy());
+}
+
 }  // namespace tavio
