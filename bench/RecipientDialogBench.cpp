@@ -75,12 +75,12 @@ double FillBareList(const std::vector<RecipientSelection::Row>& rows) {
   return taken.count();
 }
 
+// Whatever else the machine does only adds to a time.
 template <class Work>
-double Median(Work&& work) {
+double Fastest(Work&& work) {
   std::array<double, kRounds> rounds;
   std::generate(rounds.begin(), rounds.end(), work);
-  std::sort(rounds.begin(), rounds.end());
-  return rounds[kRounds / 2];
+  return *std::min_element(rounds.begin(), rounds.end());
 }
 
 double Measure(std::int32_t count) {
@@ -88,8 +88,8 @@ double Measure(std::int32_t count) {
   RecipientSelection selection;
   selection.UserDct(users);
   selection.InitForm();
-  const double bare = Median([&] { return FillBareList(selection.Rows()); });
-  const double dialog = Median([&] { return OpenDialog(users); });
+  const double bare = Fastest([&] { return FillBareList(selection.Rows()); });
+  const double dialog = Fastest([&] { return OpenDialog(users); });
   std::printf("%6d recipients: dialog %8.2f ms, bare list %8.2f ms, ratio %.2f\n", static_cast<int>(count), dialog,
               bare, dialog / bare);
   return dialog;

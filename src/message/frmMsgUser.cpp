@@ -1,7 +1,5 @@
 #include "message/frmMsgUser.h"
 
-#include <commctrl.h>
-
 #include <algorithm>
 
 #include "foundation/AppFolder.h"
@@ -19,9 +17,6 @@ constexpr int kMargin = 7;
 constexpr int kGap = 4;
 constexpr SIZE kLeastButton = {50, 14};
 constexpr int kButtonPadding = 8;
-
-constexpr UINT kTicked = INDEXTOSTATEIMAGEMASK(2);
-constexpr DWORD kListExtras = LVS_EX_CHECKBOXES | LVS_EX_LABELTIP | LVS_EX_INFOTIP | LVS_EX_DOUBLEBUFFER;
 
 // A dialog without controls, in the system's message font.
 struct Template {
@@ -79,6 +74,7 @@ void Place(HWND control, int left, int top, int width, int height) {
 
 frmMsgUser::frmMsgUser(RecipientSelection& selection, TextView title)
     : selection_(selection),
+      list_(selection),
       title_(title),
       form_(FormObject::New(L"frmMsgUser", Localised(L"消息接收用户"))),
       tabMain_(FormObject::New(L"tabMain", form_->Caption())),
@@ -133,24 +129,28 @@ INT_PTR frmMsgUser::Handle(UINT message, WPARAM wide, LPARAM details) {
       LimitSize(*reinterpret_cast<MINMAXINFO*>(details));
       return TRUE;
     case WM_COMMAND:  // from buttons and keys; Escape and the close box come as IDCANCEL
-      if (LOWORD(wide) == IDOK) OnSend();
+      if (LOWORD(wide) == IDOK) selection_.Send();
       if (LOWORD(wide) == IDOK || LOWORD(wide) == IDCANCEL) EndDialog(dialog_, LOWORD(wide));
       return TRUE;
+    case WM_NOTIFY:
+      if (wide == kLvwUserSelect) Answer(list_.OnNotify(*reinterpret_cast<NMHDR*>(details)));
+      return wide == kLvwUserSelect;
     default:
       return FALSE;
   }
 }
 
+void frmMsgUser::Answer(LRESULT answer) const noexcept { SetWindowLongPtrW(dialog_, DWLP_MSGRESULT, answer); }
+
 void frmMsgUser::OnInit() {
   SetWindowTextW(dialog_, RecipientCaption(form_->Caption(), title_).c_str());
   // In the order of the Tab key. The list lies in front of the tab strip that it seems to be a page of.
-  AddList();
+  list_.Show(AddControl(WC_LISTVIEWW, Text(), RecipientListView::kStyle, kLvwUserSelect), lvwUserSelect_->Caption());
   AddControl(WC_BUTTONW, cmdOK_->Caption(), BS_DEFPUSHBUTTON, IDOK);
   AddControl(WC_BUTTONW, cmdCancel_->Caption(), BS_PUSHBUTTON, IDCANCEL);
   AddTab();
-  FillList();
   Layout();
-  SetFocus(list_);
+  SetFocus(list_.Window());
 }
 
 HWND frmMsgUser::AddControl(const wchar_t* windowClass, const Text& caption, DWORD style, int id) const {
@@ -172,45 +172,6 @@ void frmMsgUser::AddTab() {
   SendMessageW(tab_, TCM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&page));
 }
 
-void frmMsgUser::AddList() {
-  list_ =
-      AddControl(WC_LISTVIEWW, Text(), WS_BORDER | LVS_REPORT | LVS_SHOWSELALWAYS | LVS_NOSORTHEADER, kLvwUserSelect);
-  SendMessageW(list_, LVM_SETEXTENDEDLISTVIEWSTYLE, kListExtras, kListExtras);
-  Text caption = lvwUserSelect_->Caption();
-  LVCOLUMNW column = {};
-  column.mask = LVCF_TEXT;
-  column.pszText = caption.data();
-  SendMessageW(list_, LVM_INSERTCOLUMNW, 0, reinterpret_cast<LPARAM>(&column));
-}
-
-void frmMsgUser::FillList() const {
-  const auto& rows = selection_.Rows();
-  SendMessageW(list_, WM_SETREDRAW, FALSE, 0);
-  SendMessageW(list_, LVM_SETITEMCOUNT, rows.size(), 0);
-  LVITEMW item = {};
-  item.mask = LVIF_TEXT;
-  for (const auto& row : rows) {
-    item.pszText = const_cast<wchar_t*>(row.name.c_str());  // which is only read
-    if (SendMessageW(list_, LVM_INSERTITEMW, 0, reinterpret_cast<LPARAM>(&item)) < 0) throw std::bad_alloc();
-    ++item.iItem;
-  }
-  // All at once, as every row starts ticked.
-  item.stateMask = LVIS_STATEIMAGEMASK;
-  item.state = kTicked;
-  SendMessageW(list_, LVM_SETITEMSTATE, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(&item));
-  item.state = item.stateMask = LVIS_FOCUSED | LVIS_SELECTED;
-  SendMessageW(list_, LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&item));
-  SendMessageW(list_, WM_SETREDRAW, TRUE, 0);
-}
-
-void frmMsgUser::OnSend() {
-  for (std::size_t row = 0; row < selection_.Rows().size(); ++row) {
-    const auto state = SendMessageW(list_, LVM_GETITEMSTATE, row, LVIS_STATEIMAGEMASK);
-    selection_.Tick(row, static_cast<UINT>(state) == kTicked);
-  }
-  selection_.Send();
-}
-
 SIZE frmMsgUser::ButtonSize() const {
   const RECT least = InPixels(dialog_, {kButtonPadding, 0, kLeastButton.cx, kLeastButton.cy});
   const int text = std::max(TextWidth(dialog_, cmdOK_->Caption()), TextWidth(dialog_, cmdCancel_->Caption()));
@@ -230,9 +191,7 @@ void frmMsgUser::Layout() const {
   Place(tab_, page.left, page.top, page.right - page.left, page.bottom - page.top);
   SendMessageW(tab_, TCM_ADJUSTRECT, FALSE, reinterpret_cast<LPARAM>(&page));
   InflateRect(&page, -units.right, -units.right);
-  Place(list_, page.left, page.top, page.right - page.left, page.bottom - page.top);
-  GetClientRect(list_, &client);
-  SendMessageW(list_, LVM_SETCOLUMNWIDTH, 0, client.right);
+  list_.Place(page);
 }
 
 void frmMsgUser::LimitSize(MINMAXINFO& limits) const noexcept {

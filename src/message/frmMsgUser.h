@@ -5,7 +5,7 @@
 #include <exception>
 
 #include "message/FormObject.h"
-#include "message/RecipientSelection.h"
+#include "message/RecipientListView.h"
 
 namespace tavio {
 
@@ -27,16 +27,15 @@ class frmMsgUser {
   static INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM details) noexcept;
   INT_PTR Handle(UINT message, WPARAM wide, LPARAM details);
   void OnInit();
-  void OnSend();
+  void Answer(LRESULT answer) const noexcept;
   HWND AddControl(const wchar_t* windowClass, const Text& caption, DWORD style, int id) const;
   void AddTab();
-  void AddList();
-  void FillList() const;
   void Layout() const;
   void LimitSize(MINMAXINFO& limits) const noexcept;
   SIZE ButtonSize() const;
 
   RecipientSelection& selection_;
+  RecipientListView list_;
   Text title_;
   ComPtr<FormObject> form_;
   ComPtr<FormObject> tabMain_;
@@ -44,7 +43,6 @@ class frmMsgUser {
   ComPtr<FormObject> cmdOK_;
   ComPtr<FormObject> cmdCancel_;
   HWND dialog_ = nullptr;
-  HWND list_ = nullptr;
   HWND tab_ = nullptr;
   std::exception_ptr failure_;
 };

@@ -74,6 +74,31 @@ TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
   EXPECT_EQ(users.Count(), 3) << "the stored list";
 }
 
+TEST_F(RecipientDialogTest, TicksByMouseForManyAndAfterTyping) {
+  AddUser(L"Ann");
+  AddUser(L"anna");
+  BYTE keys[256] = {};
+  Send([&](const RecipientWindow& window) {
+    window.Click(1);
+    EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[ ] 王芳", "[x] 李娜", "[x] Ann", "[x] anna"}));
+    window.Click(1);
+    keys[VK_SHIFT] = 0x80;
+    SetKeyboardState(keys);
+    window.Press(VK_DOWN);
+    window.Press(VK_DOWN);
+    keys[VK_SHIFT] = 0;
+    SetKeyboardState(keys);
+    EXPECT_EQ(SendMessageW(window.List(), LVM_GETSELECTEDCOUNT, 0, 0), 3);
+    window.Press(VK_SPACE);
+    EXPECT_EQ(window.Rows(), (Strings{"[ ] 张伟", "[ ] 王芳", "[ ] 李娜", "[x] Ann", "[x] anna"}));
+    for (const auto letter : {L'A', L'n', L'n', L'a'}) window.Type(letter);
+    window.Press(VK_SPACE);
+    EXPECT_EQ(window.Row(4), "[ ] anna");
+    window.Press(VK_RETURN);
+  });
+  EXPECT_EQ(receivers, Ids{4});
+}
+
 TEST_F(RecipientDialogTest, EveryWayOutIsAnAnswer) {
   const struct {
     const char* way;

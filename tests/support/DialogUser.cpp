@@ -75,6 +75,17 @@ void RecipientWindow::PressAlt(wchar_t letter) const {
   if (!IsDialogMessageW(dialog_, &message)) DispatchMessageW(&message);
 }
 
+void RecipientWindow::Type(wchar_t letter) const { SendMessageW(GetFocus(), WM_CHAR, letter, 1); }
+
+void RecipientWindow::Click(int row) const {
+  constexpr int kInside = 4;
+  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
+  SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
+  const LPARAM place = MAKELPARAM(bounds.left + kInside, bounds.top + kInside);
+  PostMessageW(List(), WM_LBUTTONUP, 0, place);
+  SendMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON, place);
+}
+
 void RecipientWindow::ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
 
 DialogUser::DialogUser(Actions actions)

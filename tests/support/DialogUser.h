@@ -28,6 +28,9 @@ class RecipientWindow {
   void Press(UINT key) const;
   // Alt and a letter.
   void PressAlt(wchar_t letter) const;
+  void Type(wchar_t letter) const;
+  // On the check box of a row.
+  void Click(int row) const;
   void ClickCloseBox() const;
 
  private:
