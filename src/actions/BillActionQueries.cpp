@@ -50,37 +50,36 @@ bool BillActions::LookUp(TextView code) const noexcept {
 
 Dictionary BillActions::GetEnvironmentItems(std::int32_t mask) const noexcept {
   if (!actions_) return {};
-  return Operation<Dictionary>(
-      {.report = L"TavioClassBillAction.BillActions : GetEnvironmentItems "}, [&](Dictionary& result) {
-        const auto matching = Dictionary::New();
-        const auto count = actions_.Count();
-        for (std::int32_t i = 1; i <= count; ++i) {
-          if ((mask & actions_.FieldAt(i, L"FEnvironment"_key)->ToInt32()) == 0) continue;
-          const Dictionary action(*actions_.At(i).value);
-          matching.Set(KeyOf(*Required(action.Get(L"FCode"_key))), action.Clone());
-        }
-        result = matching.Clone();
-      });
+  return Operation<Dictionary>({.report = L"TavioClassBillAction.BillActions : GetEnvironmentItems "},
+                               [&](Dictionary& result) {
+                                 const auto matching = Dictionary::New();
+                                 const auto count = actions_.Count();
+                                 for (std::int32_t i = 1; i <= count; ++i) {
+                                   if ((mask & actions_.FieldAt(i, L"FEnvironment"_key)->ToInt32()) == 0) continue;
+                                   const Dictionary action(*actions_.At(i).value);
+                                   matching.Set(KeyOf(*Required(action.Get(L"FCode"_key))), action.Clone());
+                                 }
+                                 result = matching.Clone();
+                               });
 }
 
 // Its failures carry the label of Item, and its log entry is closed by one more begin entry: hosts and log readers know
 // both so.
 Dictionary BillActions::GetMessage(TextView code, std::int32_t mask) const noexcept {
-  return Operation<Dictionary>(
-      {.log = L"TavioClassBillAction.BillActions.GetMessage",
-       .report = L"TavioClassBillAction.BillActions : Item ",
-       .closesWithBegin = true},
-      [&](Dictionary& result) {
-        if (!actions_) return;
-        const auto found = Find(code);
-        if (!found) return;
-        const auto messages = PackageAt(found->action, L"Messages"_key);
-        if (!messages) return;
-        const auto scenario = ChooseScenario(messages, mask);
-        if (scenario == 0) return;
-        const auto entry = PackageAt(messages, Key(scenario));
-        if (entry) result = PackageAt(entry, L"Message"_key);
-      });
+  return Operation<Dictionary>({.log = L"TavioClassBillAction.BillActions.GetMessage",
+                                .report = L"TavioClassBillAction.BillActions : Item ",
+                                .closesWithBegin = true},
+                               [&](Dictionary& result) {
+                                 if (!actions_) return;
+                                 const auto found = Find(code);
+                                 if (!found) return;
+                                 const auto messages = PackageAt(found->action, L"Messages"_key);
+                                 if (!messages) return;
+                                 const auto scenario = ChooseScenario(messages, mask);
+                                 if (scenario == 0) return;
+                                 const auto entry = PackageAt(messages, Key(scenario));
+                                 if (entry) result = PackageAt(entry, L"Message"_key);
+                               });
 }
 
 }  // namespace tavio

@@ -8,10 +8,10 @@
 
 namespace tavio {
 
-// The actions of one business object, keyed by action code. Packages are held by reference: a change made through either
-// side is seen by both. Every operation traps its own failures, shows them in a box where its comment does not say
-// otherwise, and answers its empty result. Actions marked deleted stay in the collection until the middle tier drops
-// them on Save, and queries find them like any other.
+// The actions of one business object, keyed by action code. Packages are held by reference: a change made through
+// either side is seen by both. Every operation traps its own failures, shows them in a box where its comment does not
+// say otherwise, and answers its empty result. Actions marked deleted stay in the collection until the middle tier
+// drops them on Save, and queries find them like any other.
 class BillActions {
  public:
   // The class type ID of the business object; 0 while it is not bound.

@@ -45,7 +45,8 @@ void WriteFileBytes(const Text& path, const Value& bytes) {
 
 void WriteDirectly(const Text& path, const Value& bytes) {
   const auto content = bytes.ToBytes();
-  const HANDLE file = CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
+  const HANDLE file =
+      CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, FILE_ATTRIBUTE_NORMAL, nullptr);
   CheckWindows(file != INVALID_HANDLE_VALUE);
   const std::unique_ptr<void, CloseFile> closer(file);
   DWORD written = 0;

@@ -5,8 +5,8 @@
 namespace tavio {
 
 // The "temp" folder beside the library, which holds one downloaded file at a time. Making one creates the folder where
-// it is missing, makes it the current directory, and deletes its files; those that are open elsewhere stay. Raises Error
-// where the folder cannot be created or entered.
+// it is missing, makes it the current directory, and deletes its files; those that are open elsewhere stay. Raises
+// Error where the folder cannot be created or entered.
 class TemporaryFolder {
  public:
   TemporaryFolder();

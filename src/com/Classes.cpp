@@ -1,7 +1,6 @@
 // The identifier of the type library is defined here; initguid.h must come first.
-#include <initguid.h>
-
 #include <TavioClassBillAction.h>
+#include <initguid.h>
 
 #include "com/BillActionsShell.h"
 #include "com/BillEnvironmentsShell.h"

@@ -8,7 +8,8 @@
 namespace tavio {
 
 // The temporary file through which a message becomes bytes. Its name is the library's folder, "temp", a number and
-// ".tmp", in one: a file beside the library, not in a folder of its own. Failures raise Error where nothing else is said.
+// ".tmp", in one: a file beside the library, not in a folder of its own. Failures raise Error where nothing else is
+// said.
 class MessageFile {
  public:
   // `number`: the sender's ID and a file number, digits side by side. The name carries them as the platform writes a

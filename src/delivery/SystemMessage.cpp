@@ -68,18 +68,17 @@ Dictionary Message::SettleRecipients(const Dictionary& given) {
 }
 
 bool Message::SendMessage(const Dictionary& given) noexcept {
-  return Operation<bool>(
-      {.log = L"TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者",
-       .report = L"TavioClassBillAction.Message : SendMessage",
-       .resultAfterFailure = Labels::kKept,
-       .outcomeAfterFailure = 1},
-      [&](bool& sent, std::int32_t& outcome) {
-        const auto nobody = [&] { outcome = 0; };
-        if (!message_ || (!given && !PackageAt(message_, L"MessageUsers"_key))) return nobody();
-        const auto recipients = WithVariableUsers(SettleRecipients(given));
-        if (recipients.Count() == 0) return nobody();
-        Deliver(recipients, sent);
-      });
+  return Operation<bool>({.log = L"TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者",
+                          .report = L"TavioClassBillAction.Message : SendMessage",
+                          .resultAfterFailure = Labels::kKept,
+                          .outcomeAfterFailure = 1},
+                         [&](bool& sent, std::int32_t& outcome) {
+                           const auto nobody = [&] { outcome = 0; };
+                           if (!message_ || (!given && !PackageAt(message_, L"MessageUsers"_key))) return nobody();
+                           const auto recipients = WithVariableUsers(SettleRecipients(given));
+                           if (recipients.Count() == 0) return nobody();
+                           Deliver(recipients, sent);
+                         });
 }
 
 void Message::Deliver(const Dictionary& recipients, bool& sent) {

@@ -12,8 +12,8 @@
 
 namespace tavio {
 
-// The characters of a BSTR, read in place. A null BSTR is the empty text. Its length in bytes stands directly before the
-// text; asking the system for it would cost more than most of the work done with short keys.
+// The characters of a BSTR, read in place. A null BSTR is the empty text. Its length in bytes stands directly before
+// the text; asking the system for it would cost more than most of the work done with short keys.
 inline TextView ViewOf(BSTR text) noexcept {
   if (!text) return {};
   std::uint32_t bytes;

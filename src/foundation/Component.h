@@ -79,8 +79,8 @@ inline InArgument AsArgument(const Dictionary& record) { return InArgument(recor
 inline InArgument AsArgument(const Vector& list) { return InArgument(list.AsValue()); }
 inline InArgument AsArgument(const Text& text) { return InArgument(Value(TextView(text))); }
 template <class T>
-  requires std::constructible_from<Value, const T&> && (!std::same_as<std::remove_cvref_t<T>, Value>)
-InArgument AsArgument(const T& scalar) {
+requires std::constructible_from<Value, const T&> &&(!std::same_as<std::remove_cvref_t<T>, Value>)InArgument
+    AsArgument(const T& scalar) {
   return InArgument(Value(scalar));
 }
 

@@ -23,8 +23,8 @@ HRESULT CreateBesideLibrary(const CLSID& ownClass, ComPtr<IDispatch>& object) {
   const HMODULE library = LoadLibraryW((GetAppFolder() + L"Vexo10.dll").c_str());
   if (!library) return REGDB_E_CLASSNOTREG;
   using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-  const auto getClassObject = reinterpret_cast<GetClassObject>(
-      reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
+  const auto getClassObject =
+      reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
   if (!getClassObject) return REGDB_E_CLASSNOTREG;
   ComPtr<IClassFactory> factory;
   const HRESULT result = getClassObject(ownClass, IID_PPV_ARGS(&factory));

@@ -8,8 +8,8 @@
 
 namespace tavio {
 
-// The number that a text of decimal digits, with or without a minus sign, stands for; none for any other text and beyond
-// 32 bits. User IDs are read by the ten thousand, and nearly all of them are written so.
+// The number that a text of decimal digits, with or without a minus sign, stands for; none for any other text and
+// beyond 32 bits. User IDs are read by the ten thousand, and nearly all of them are written so.
 constexpr std::optional<std::int32_t> ReadDecimal(TextView text) noexcept {
   const bool negative = !text.empty() && text.front() == Char{'-'};
   if (negative) text.remove_prefix(1);

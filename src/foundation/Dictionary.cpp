@@ -52,7 +52,8 @@ Dictionary::Dictionary(const Value& value) {
 void Dictionary::Bind(IDispatch* object) {
   if (SUCCEEDED(object->QueryInterface(IID_IDictionaryLend, reinterpret_cast<void**>(object_.GetAddressOf())))) {
     road_ = Road::kLending;
-  } else if (SUCCEEDED(object->QueryInterface(__uuidof(_Dictionary), reinterpret_cast<void**>(object_.GetAddressOf())))) {
+  } else if (SUCCEEDED(
+                 object->QueryInterface(__uuidof(_Dictionary), reinterpret_cast<void**>(object_.GetAddressOf())))) {
     road_ = Road::kInterface;
   } else if (HasMember(object, L"Lookup")) {
     object_ = object;

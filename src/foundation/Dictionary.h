@@ -55,8 +55,8 @@ class Dictionary {
 
   // The entry at a position from 1 to Count, lent until the container is changed.
   Entry At(std::int32_t position) const;
-  // A field of the record at a position, as Dictionary(*At(position).value).Get(key) answers it, but without a handle on
-  // the record where the container can do without.
+  // A field of the record at a position, as Dictionary(*At(position).value).Get(key) answers it, but without a handle
+  // on the record where the container can do without.
   LentValue FieldAt(std::int32_t position, const Key& key) const;
 
  private:

@@ -22,7 +22,8 @@ struct KeyLiteral {
   consteval KeyLiteral(const wchar_t (&source)[N]) { std::copy_n(source, N, text); }
 };
 
-// The key of an entry: `L"FCode"_key`, a number's decimal text, or any text. Immovable, because it is made where it is used.
+// The key of an entry: `L"FCode"_key`, a number's decimal text, or any text. Immovable, because it is made where it is
+// used.
 class Key {
  public:
   explicit Key(TextView text) : owned_(text), text_(owned_.Get()) {}

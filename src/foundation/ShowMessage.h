@@ -13,8 +13,8 @@ inline constexpr std::int32_t kWarning = 48;
 // message box. The title "Morla提示" is localised, any other is shown as it is.
 std::int32_t ShowMessage(TextView text, std::int32_t style, TextView title);
 
-// The report of a failed operation: `label` (class identity and operation) and a line break, unless it is empty, and the
-// description.
+// The report of a failed operation: `label` (class identity and operation) and a line break, unless it is empty, and
+// the description.
 void ReportFailure(TextView label, const Error& error);
 
 }  // namespace tavio

@@ -60,21 +60,20 @@ void Message::RefreshVariableList() noexcept {
 }
 
 bool Message::AddVariable(const Dictionary& variable) noexcept {
-  return Operation<bool>(
-      {.log = L"TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元",
-       .report = L"TavioClassBillAction.Message : AddVariable",
-       .resultAfterFailure = Labels::kKept},
-      [&](bool& added) {
-        if (!variable || !variable.Lookup(L"FName"_key) || !variable.Lookup(L"FCaption"_key)) return;
-        if (!variables_) RefreshVariableList();
-        const auto entry = Dictionary::New();
-        const auto name = variable.Get(L"FName"_key);
-        entry.Set(L"FName"_key, *name);
-        entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
-        entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
-        variables_.Set(KeyOf(*name), entry);
-        added = true;
-      });
+  return Operation<bool>({.log = L"TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元",
+                          .report = L"TavioClassBillAction.Message : AddVariable",
+                          .resultAfterFailure = Labels::kKept},
+                         [&](bool& added) {
+                           if (!variable || !variable.Lookup(L"FName"_key) || !variable.Lookup(L"FCaption"_key)) return;
+                           if (!variables_) RefreshVariableList();
+                           const auto entry = Dictionary::New();
+                           const auto name = variable.Get(L"FName"_key);
+                           entry.Set(L"FName"_key, *name);
+                           entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
+                           entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
+                           variables_.Set(KeyOf(*name), entry);
+                           added = true;
+                         });
 }
 
 }  // namespace tavio

@@ -4,8 +4,8 @@
 namespace tavio {
 namespace {
 
-// What a field shows of the record it refers to: the member that its template names for display, else the one it stores.
-// Empty where the record has neither.
+// What a field shows of the record it refers to: the member that its template names for display, else the one it
+// stores. Empty where the record has neither.
 LentValue ShownOf(const Dictionary& record, const Dictionary& field) {
   for (const auto* naming : {L"FDSP", L"FFLD"}) {
     const auto member = field.GetValue(Key(TextView(naming)))->ToText();
@@ -18,7 +18,10 @@ LentValue ShownOf(const Dictionary& record, const Dictionary& field) {
 }  // namespace
 
 // The record of a header or entry field; unset for a variable that the host added.
-Dictionary Message::FieldOf(const Key& key) const { return PackageAt(tableInfo_, key); }
+Dictionary Message::FieldOf(const Key& key) const {
+  const auto field = tableInfo_.GetValue(key);
+  return field->IsObject() ? Dictionary(*field) : Dictionary();
+}
 
 void Message::FillVariable(const Key& name, const Dictionary& variable, const Dictionary& page) const {
   const auto field = FieldOf(name);

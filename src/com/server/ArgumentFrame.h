@@ -13,8 +13,8 @@ class ArgumentFrame {
   ArgumentFrame(const ArgumentFrame&) = delete;
   ArgumentFrame& operator=(const ArgumentFrame&) = delete;
 
-  // Whether `given` can be handed on as it is. What needs a conversion cannot: Wine loses the arguments before one that it
-  // cannot convert.
+  // Whether `given` can be handed on as it is. What needs a conversion cannot: Wine loses the arguments before one that
+  // it cannot convert.
   static bool Fits(const Dispatch::Member& member, const DISPPARAMS& given) noexcept;
 
   // Fills the frame. On failure `wrongArgument` tells which of the given arguments was refused.
