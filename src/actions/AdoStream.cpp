@@ -1,7 +1,8 @@
 #include "actions/TemporaryFolder.h"
 #include "foundation/Error.h"
 
-// clang-format off: needs the automation headers before it, and includes none
+// Needs the automation headers before it, and includes none.
+// clang-format off
 #include <msado15.h>
 // clang-format on
 

@@ -1,6 +1,8 @@
-// The identifier of the type library is defined here; initguid.h must come first.
-#include <TavioClassBillAction.h>
+// What follows initguid.h is defined here, and must follow it.
+// clang-format off
 #include <initguid.h>
+#include <TavioClassBillAction.h>
+// clang-format on
 
 #include "com/BillActionsShell.h"
 #include "com/BillEnvironmentsShell.h"
