@@ -25,11 +25,11 @@ message.SetMessage actions.GetMessage(action, scenario)
 Set bill = info.GetBillData(props, ClassTypeId, billId)
 message.RefreshVariableValue bill
 
-' Users named by fields of the bill are no matter of choice: they join whoever was chosen.
+' Users named by fields of the bill are no matter of choice: they join those who were chosen, in the same list.
 Dim sent, user
 message.MustSelectMsgUser = True
 sent = message.SendMessage
-WScript.Echo "Chosen: " & message.SelectedUser.Count
+WScript.Echo "Recipients: " & message.SelectedUser.Count
 For Each user In message.SelectedUser
   WScript.Echo "  " & user
 Next
