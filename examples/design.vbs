@@ -26,6 +26,7 @@ WScript.Echo "Renamed " & code & " to " & changed("FName") & "; its status is no
 If Not actions.Save Then WScript.Quit 1
 WScript.Echo "Saved, and loaded again:"
 PrintActions
+WScript.Echo "Done."
 
 Sub PrintActions
   Dim key, action, messages

@@ -25,6 +25,7 @@ Do Until inbox.EOF
 Loop
 Print inbox.RecordCount & " message(s)"
 If Not output Is Nothing Then output.Close
+WScript.Echo "Done."
 
 Sub Print(text)
   If output Is Nothing Then

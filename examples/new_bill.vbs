@@ -50,6 +50,7 @@ Next
 
 If Not actions.Save Then WScript.Quit 1
 PrintActions "Saved, and loaded again:"
+WScript.Echo "Done."
 
 Sub PrintActions(title)
   Dim key, action

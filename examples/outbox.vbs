@@ -18,6 +18,7 @@ Set info = CreateObject("TavioMClass.ClassInfo")
 PrintAll "Mails", "SELECT FTime, FRecipients, FSubject, FBody, FAttachment, FFile FROM t_MailOutbox ORDER BY FID"
 PrintAll "Short messages", "SELECT FTime, FRecipients, FContent, FBillType, FBillNo FROM t_SmsOutbox ORDER BY FID"
 If Not output Is Nothing Then output.Close
+WScript.Echo "Done."
 
 ' One field to a line, since addresses and texts are long.
 Sub PrintAll(title, sql)

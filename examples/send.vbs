@@ -6,7 +6,7 @@ Const ClassTypeId = 1005
 Dim action, scenario, billId
 action = Argument(0, "MultiCheck")
 scenario = CLng(Argument(1, 8))
-billId = CLng(Argument(2, 1))
+billId = CLng(Argument(2, 5001))
 
 Dim props, info
 props = CreateObject("TavioSharedProps.PropStore").GetProperty(0, "PropsString")
@@ -47,6 +47,7 @@ Else
   WScript.Echo "Not sent."
   WScript.Quit 1
 End If
+WScript.Echo "Done."
 
 Function Argument(index, fallback)
   Argument = fallback

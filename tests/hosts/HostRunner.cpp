@@ -1,7 +1,7 @@
 // HostRunner <prelude> <script> <folder>: runs a test script under the system's script host, with real message boxes.
 // The script is put together in <folder>: the prelude, the script, a call of Finish. The host gets it in the ANSI code
 // page, the only one that every version of it reads. Some hosts end silently, and well, where a script fails, so it
-// counts as passed only when the line that Finish writes has come.
+// counts as passed only when the line that Finish writes has come. The development platform starts from its seed.
 
 #include <windows.h>
 
@@ -47,6 +47,12 @@ fs::path PutTogether(const fs::path& prelude, const fs::path& script, const fs::
   const std::string finish = script.extension() == L".js" ? "\nfinish();\n" : "\nFinish\n";
   std::ofstream(made, std::ios::binary) << Recoded(Contents(prelude) + Contents(script) + finish, CP_UTF8, CP_ACP);
   return made;
+}
+
+// The host inherits it.
+void StartFromSeed(const fs::path& data) {
+  fs::remove_all(data);
+  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", data.c_str());
 }
 
 // Starts the host with its output going into `output`.
@@ -97,6 +103,7 @@ int Run(const fs::path& prelude, const fs::path& script, const fs::path& folder)
   const fs::path log = fs::path(made).concat(L".boxes"), answer = fs::path(made).concat(L".answer");
   fs::remove(log);
   fs::remove(answer);
+  StartFromSeed(fs::path(made).concat(L".data"));
 
   SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
   Handle readEnd, writeEnd, host;

@@ -7,9 +7,19 @@ function check(name, actual, expected) {
     WScript.Echo("ok " + name);
   } else {
     ++failures_;
-    WScript.Echo("FAILED " + name + ": " + typeof actual + " " + actual + " instead of " + typeof expected + " " +
-                 expected);
+    WScript.Echo("FAILED " + name + ": " + typeof actual + " " + plain(actual) + " instead of " + typeof expected +
+                 " " + plain(expected));
   }
+}
+
+// Some hosts corrupt their memory when they print other characters than these to a pipe.
+function plain(value) {
+  var text = String(value), shown = "";
+  for (var i = 0; i < text.length; ++i) {
+    var unit = text.charCodeAt(i);
+    shown += unit > 126 ? "\\u" + unit.toString(16) : text.charAt(i);
+  }
+  return shown;
 }
 
 // The message boxes shown since the last call, one line each: [title] text (buttons).

@@ -11,10 +11,21 @@ Sub Check(name, actual, expected)
     WScript.Echo "ok " & name
   Else
     failures_ = failures_ + 1
-    WScript.Echo "FAILED " & name & ": " & TypeName(actual) & " " & CStr(actual) & " instead of " & _
-        TypeName(expected) & " " & CStr(expected)
+    WScript.Echo "FAILED " & name & ": " & TypeName(actual) & " " & Plain(actual) & " instead of " & _
+        TypeName(expected) & " " & Plain(expected)
   End If
 End Sub
+
+' Some hosts corrupt their memory when they print other characters than these to a pipe.
+Function Plain(value)
+  Dim i, unit
+  Plain = ""
+  For i = 1 To Len(CStr(value))
+    unit = Mid(CStr(value), i, 1)
+    If Asc(unit) < 0 Or Asc(unit) > 126 Then unit = "<" & Hex(Asc(unit)) & ">"
+    Plain = Plain & unit
+  Next
+End Function
 
 ' The message boxes shown since the last call, one line each: [title] text (buttons).
 Function Boxes()

@@ -1,0 +1,146 @@
+// EarlyBound <folder>: a host that knows the library by its header, as a compiled one does. The development platform
+// starts from its seed in <folder>.
+
+#include <windows.h>
+#include <TavioClassBillAction.h>
+
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <string>
+
+#include "foundation/BString.h"
+#include "foundation/Component.h"
+#include "foundation/Dictionary.h"
+
+namespace tavio::test {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+int failures = 0;
+
+bool Check(const char* name, bool holds) {
+  if (!holds) ++failures;
+  std::cout << (holds ? "ok " : "FAILED ") << name << '\n';
+  return holds;
+}
+
+template <class Interface>
+ComPtr<Interface> Create(REFCLSID id) {
+  ComPtr<Interface> made;
+  CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, __uuidof(Interface),
+                   reinterpret_cast<void**>(made.GetAddressOf()));
+  return made;
+}
+
+// What the platform knows of a business object.
+template <class... Ids>
+ComPtr<IDispatch> Ask(const wchar_t* member, Ids... ids) {
+  return Component::Create(L"TavioMClass.ClassInfo").Call(member, L"", ids...).ToObject();
+}
+
+// The library of the object's own type information, as a compiler that only knows the registry finds it.
+void CheckTypeLibrary(_BillActions* actions) {
+  ComPtr<ITypeInfo> own, registered;
+  ComPtr<ITypeLib> library, fromRegistry;
+  UINT index = 0;
+  TLIBATTR* attributes = nullptr;
+  Check("type information", SUCCEEDED(actions->GetTypeInfo(0, LOCALE_USER_DEFAULT, &own)));
+  if (!own || FAILED(own->GetContainingTypeLib(&library, &index)) || FAILED(library->GetLibAttr(&attributes))) return;
+  Check("type library from the registry",
+        SUCCEEDED(LoadRegTypeLib(attributes->guid, 1, 0, LOCALE_NEUTRAL, &fromRegistry)));
+  library->ReleaseTLibAttr(attributes);
+  Check("the interface in it",
+        fromRegistry && SUCCEEDED(fromRegistry->GetTypeInfoOfGuid(__uuidof(_BillActions), &registered)));
+}
+
+void CheckCatalogues() {
+  const auto predefined = Create<_PredefineActions>(__uuidof(PredefineActions));
+  const auto scenarios = Create<_BillEnvironments>(__uuidof(BillEnvironments));
+  if (!Check("catalogues created", predefined && scenarios)) return;
+  VARIANT_BOOL found = VARIANT_FALSE;
+  predefined->LookUp(BString(L"CopyNew").Get(), &found);
+  Check("a predefined action", found == VARIANT_TRUE);
+  ComPtr<IDispatch> scenario;
+  scenarios->GetItem(0, 8, &scenario);
+  Check("a scenario by its ID", scenario && Dictionary(scenario).Get(L"FMask"_key)->ToInt32() == 32);
+}
+
+void CheckDownload(_BillActions* actions) {
+  constexpr std::byte kBytes[] = {std::byte{'a'}, std::byte{'b'}, std::byte{'c'}};
+  BString path;
+  actions->DownloadFile(Value::Bytes(kBytes).Raw(), BString(L"abc.tmp").Get(), path.Receive());
+  std::string content;
+  std::ifstream(std::filesystem::path(path.View()), std::ios::binary) >> content;
+  Check("DownloadFile", content == "abc");
+}
+
+void CheckEditing(_BillActions* actions) {
+  ComPtr<IDispatch> action;
+  actions->Item(BString(L"Close").Get(), &action);
+  VARIANT_BOOL done = VARIANT_FALSE;
+  IDispatch* given = action.Get();
+  Check("AddNew", SUCCEEDED(actions->AddNew(&given, &done)) && done == VARIANT_TRUE);
+  Check("the caller's package stays", given == action.Get());
+  const BString code(L"Save");
+  BSTR removed = code.Get();
+  Check("Remove", SUCCEEDED(actions->Remove(&removed, &done)) && done == VARIANT_TRUE);
+  Check("Save", SUCCEEDED(actions->Save(&done)) && done == VARIANT_TRUE);
+  ComPtr<IDispatch> all;
+  actions->GetBillActions(&all);
+  Check("two are left", all && Dictionary(all).Count() == 2);
+}
+
+void CheckSending(_BillActions* actions) {
+  const auto message = Create<_Message>(__uuidof(Message));
+  if (!Check("Message created", message != nullptr)) return;
+  message->put_ClassTypeID(1005);
+  message->putref_ClassType(Ask(L"GetClassType", 1005).Get());
+  message->putref_TableInfo(Ask(L"GetTableInfo", 1005).Get());
+  message->RefreshVariableList();
+  ComPtr<IDispatch> package, bill = Ask(L"GetBillData", 1005, 5002);
+  actions->GetMessage(BString(L"MultiCheck").Get(), 8, &package);
+  VARIANT_BOOL done = VARIANT_FALSE;
+  Check("SetMessage", SUCCEEDED(message->SetMessage(package.Get(), &done)) && done == VARIANT_TRUE);
+  IDispatch* given = bill.Get();
+  Check("RefreshVariableValue", SUCCEEDED(message->RefreshVariableValue(&given, &done)) && done == VARIANT_TRUE);
+  VARIANT_BOOL captions = VARIANT_FALSE, values = VARIANT_TRUE;
+  BString preview;
+  message->TransMessage(BString(L"[FBillNo] [FQty]").Get(), &captions, &values, nullptr, preview.Receive());
+  Check("TransMessage, one flag left null", preview.View() == L"CGSQ000002 3");
+  LONG user = 16397;
+  Check("AddUser", SUCCEEDED(message->AddUser(&user, &done)) && done == VARIANT_TRUE);
+  Check("SendMessage", SUCCEEDED(message->SendMessage(nullptr, &done)) && done == VARIANT_TRUE);
+  Check("a result that nobody takes", message->SendMessage(nullptr, nullptr) == E_POINTER);
+}
+
+int Run() {
+  const auto actions = Create<_BillActions>(__uuidof(BillActions));
+  if (!Check("BillActions created", actions != nullptr)) return failures;
+  CheckTypeLibrary(actions.Get());
+  actions->put_ClassTypeID(1005);
+  actions->Initialize();
+  CheckCatalogues();
+  CheckDownload(actions.Get());
+  CheckSending(actions.Get());
+  CheckEditing(actions.Get());
+  return failures;
+}
+
+}  // namespace
+}  // namespace tavio::test
+
+int wmain(int argc, wchar_t** argv) {
+  if (argc != 2) return std::cout << "usage: EarlyBound <folder>\n", 2;
+  const std::filesystem::path folder = std::filesystem::absolute(argv[1]);
+  std::filesystem::remove_all(folder);
+  std::filesystem::create_directories(folder.parent_path());
+  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", folder.c_str());
+  CoInitialize(nullptr);
+  const int failures = tavio::test::Run();
+  CoFreeUnusedLibraries();
+  CoUninitialize();
+  std::cout << "finished\n";
+  return failures;
+}
