@@ -19,42 +19,6 @@ Text KeyOf(std::size_t number) {
   return Text(digits.begin(), digits.end());
 }
 
-// The keys by position, each with its value: "a1 b2".
-std::string Show(Numbers& map) {
-  std::string text;
-  for (int i = 1; const auto* entry = map.At(i); ++i) {
-    if (i > 1) text += ' ';
-    const auto key = entry->Key().View();
-    text += std::string(key.begin(), key.end()) + std::to_string(entry->Value());
-  }
-  return text;
-}
-
-TEST(OrderedMapTest, KeepsTheOrderOfInsertion) {
-  // Every letter is set to its position in the text, and one behind a minus is removed.
-  const struct {
-    const char* steps;
-    const char* left;
-  } cases[] = {
-      {"", ""},
-      {"abAa", "a3 b1 A2"},
-      {"abc-x-b-b", "a0 c2"},
-      {"abc-aa", "b1 c2 a5"},
-      {"abc-a-b-cb", "b9"},
-      {"abcdefghijklmnop-a-b-c-d-e-f-g-h-i-j-kqa", "l11 m12 n13 o14 p15 q38 a39"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.steps);
-    Numbers map;
-    for (int i = 0; c.steps[i]; ++i) {
-      const bool removes = c.steps[i] == '-';
-      const Text key(1, static_cast<Char>(c.steps[removes ? ++i : i]));
-      removes ? map.Remove(key) : map.Set(key, i);
-    }
-    EXPECT_EQ(Show(map), c.left);
-  }
-}
-
 TEST(OrderedMapTest, KeysAreExactAndLaidOutAsTexts) {
   const Text keys[] = {u"", u" ", u"FCode", u"fcode", u"FCod", u"FCodes", Text(u"a\0b", 3), Text(u"a\0c", 3), u"保存"};
   Numbers map;
