@@ -69,17 +69,6 @@ TEST_F(ValueTest, ObjectIsUnsetOrAnObjectOrRefused) {
   EXPECT_EQ(text, L"a");
 }
 
-TEST_F(ValueTest, ArraysComeBackOnlyAsWhatTheyAre) {
-  const std::byte bytes[] = {std::byte{0}, std::byte{0xFF}};
-  const std::int32_t integers[] = {-1, 16394};
-  const Value asBytes = Value::Bytes(bytes);
-  EXPECT_EQ(asBytes.Copy().ToBytes(), std::vector<std::byte>(bytes, bytes + 2));
-  EXPECT_EQ(Value::Integers(integers).ToIntegers(), (std::vector<std::int32_t>{-1, 16394}));
-  EXPECT_TRUE(Value::Bytes({}).ToBytes().empty());
-  EXPECT_EQ(Outcome([&] { return asBytes.ToIntegers().empty(); }), "类型不匹配");
-  EXPECT_EQ(Outcome([] { return Value(L"ab").ToBytes().empty(); }), "类型不匹配");
-}
-
 TEST_F(ComponentTest, ReferencesGoOutTypedAndComeBack) {
   FakeObject fake;
   const auto other = Record({{L"a", 1}});
@@ -133,19 +122,6 @@ TEST_F(ComponentTest, PoorErrorInformationIsCompleted) {
   EXPECT_EQ(filled.Description(), L"后来");
   EXPECT_EQ(Error::FromInvoke(DISP_E_EXCEPTION, codeOnly).Description(), L"自动化错误 0x800A03EC");
   EXPECT_EQ(Error::FromInvoke(DISP_E_OVERFLOW, unused).Description(), L"溢出");
-}
-
-TEST_F(ComponentTest, PropertiesAreAssignedByValueOrByReference) {
-  FakeObject fake;
-  Value stored;
-  fake.On(
-      L"Data", [&](Arguments&) { return stored.Copy(); }, [&](Arguments& a) { return stored = a.At(0), Value(); });
-  const Component component(fake.New());
-  component.Assign(L"Data", Value(7));
-  EXPECT_EQ(Show(component.Read(L"Data")), "7");
-  const auto package = Record({});
-  component.Assign(L"Data", package.AsValue());
-  EXPECT_EQ(component.Read(L"Data").ToObject().Get(), package.Object().Get());
 }
 
 }  // namespace

@@ -166,7 +166,6 @@ TEST_F(ContainersTest, EnumerationShowsWhatThereWasAtItsBeginning) {
   record = Dictionary();
   EXPECT_EQ(keys->Skip(1), S_OK);
   EXPECT_EQ(keys->Clone(&twin), S_OK);
-  EXPECT_EQ(Enumerated(keys.Get()), R"("b" "c" )");
   EXPECT_EQ(keys->Reset(), S_OK);
   EXPECT_EQ(Enumerated(keys.Get()), R"("a" "b" "c" )");
   VARIANT rest[3];
