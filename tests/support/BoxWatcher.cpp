@@ -14,18 +14,11 @@ namespace {
 
 BoxWatcher* watcher = nullptr;
 
-struct Choice {
-  UINT style;
-  std::vector<int> buttons;
-};
-
-const Choice kChoices[] = {
+const std::pair<UINT, std::vector<int>> kChoices[] = {
     {MB_OK, {IDOK}},
     {MB_OKCANCEL, {IDOK, IDCANCEL}},
-    {MB_ABORTRETRYIGNORE, {IDABORT, IDRETRY, IDIGNORE}},
     {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}},
     {MB_YESNO, {IDYES, IDNO}},
-    {MB_RETRYCANCEL, {IDRETRY, IDCANCEL}},
 };
 
 const std::pair<UINT, LPWSTR> kIcons[] = {
@@ -34,12 +27,6 @@ const std::pair<UINT, LPWSTR> kIcons[] = {
     {MB_ICONWARNING, IDI_WARNING},
     {MB_ICONINFORMATION, IDI_INFORMATION},
 };
-
-Text TextOf(HWND window) {
-  Text text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
 
 UINT IconOf(HWND box) {
   for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
@@ -53,10 +40,10 @@ UINT IconOf(HWND box) {
 
 UINT StyleOf(HWND box, const std::vector<int>& buttons) {
   const auto* choice = std::find_if(std::begin(kChoices), std::end(kChoices),
-                                    [&](const Choice& known) { return known.buttons == buttons; });
+                                    [&](const auto& known) { return known.second == buttons; });
   if (choice == std::end(kChoices)) return ~0u;
   const auto position = std::find(buttons.begin(), buttons.end(), DefaultButtonOf(box, buttons)) - buttons.begin();
-  return choice->style | IconOf(box) | static_cast<UINT>(position) * MB_DEFBUTTON2;
+  return choice->first | IconOf(box) | static_cast<UINT>(position) * MB_DEFBUTTON2;
 }
 
 }  // namespace

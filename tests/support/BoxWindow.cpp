@@ -16,6 +16,12 @@ bool IsVisible(HWND control) { return (GetWindowLongPtrW(control, GWL_STYLE) & W
 
 }  // namespace
 
+std::wstring TextOf(HWND window) {
+  std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
+  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
+  return text;
+}
+
 std::vector<int> ButtonsOf(HWND box) {
   std::vector<int> buttons;
   for (const int id : {IDOK, IDYES, IDNO, IDABORT, IDRETRY, IDIGNORE, IDCANCEL}) {

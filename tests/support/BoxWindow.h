@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <string>
 #include <vector>
 
 // A message box as a window, of this process or another.
@@ -9,6 +10,8 @@
 namespace tavio::test {
 
 inline constexpr int kBoxText = 0xFFFF;  // the control that holds its text
+
+std::wstring TextOf(HWND window);
 
 // The buttons that are there, by number, from left to right.
 std::vector<int> ButtonsOf(HWND box);

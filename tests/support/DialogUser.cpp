@@ -1,16 +1,13 @@
 #include "tests/support/DialogUser.h"
 
 #include <commctrl.h>
-#include <gtest/gtest.h>
 
 #include "message/frmMsgUser.h"
+#include "tests/support/BoxWindow.h"
 #include "tests/support/Packages.h"
 
 namespace tavio::test {
 namespace {
-
-constexpr UINT kPatience = 500;
-constexpr LPARAM kWithAlt = 1 << 29;
 
 DialogUser* user = nullptr;
 
@@ -18,26 +15,20 @@ DialogUser* user = nullptr;
 
 HWND RecipientWindow::List() const noexcept { return GetDlgItem(dialog_, kLvwUserSelect); }
 
-Text RecipientWindow::TextOf(HWND window) {
-  Text text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
-  text.resize(static_cast<std::size_t>(GetWindowTextW(window, text.data(), static_cast<int>(text.size()))));
-  return text;
-}
-
-std::string RecipientWindow::Row(int row) const {
-  wchar_t text[1024] = {};
-  LVITEMW item = {};
-  item.pszText = text;
-  item.cchTextMax = 1024;
-  SendMessageW(List(), LVM_GETITEMTEXTW, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
-  const auto state = SendMessageW(List(), LVM_GETITEMSTATE, static_cast<WPARAM>(row), LVIS_STATEIMAGEMASK);
-  return (state == INDEXTOSTATEIMAGEMASK(2) ? "[x] " : "[ ] ") + Utf8(text);
-}
+std::string RecipientWindow::Caption() const { return Utf8(TextOf(dialog_)); }
 
 std::vector<std::string> RecipientWindow::Rows() const {
   std::vector<std::string> rows;
-  const auto count = static_cast<int>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
-  for (int row = 0; row < count; ++row) rows.push_back(Row(row));
+  wchar_t text[1024];
+  LVITEMW item = {};
+  item.pszText = text;
+  item.cchTextMax = 1024;
+  const auto count = static_cast<WPARAM>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
+  for (WPARAM row = 0; row < count; ++row) {
+    SendMessageW(List(), LVM_GETITEMTEXTW, row, reinterpret_cast<LPARAM>(&item));
+    const auto state = SendMessageW(List(), LVM_GETITEMSTATE, row, LVIS_STATEIMAGEMASK);
+    rows.push_back((state == INDEXTOSTATEIMAGEMASK(2) ? "[x] " : "[ ] ") + Utf8(text));
+  }
   return rows;
 }
 
@@ -57,25 +48,10 @@ std::vector<std::string> RecipientWindow::Texts() const {
           Utf8(TextOf(GetDlgItem(dialog_, IDCANCEL)))};
 }
 
-void RecipientWindow::Press(UINT key) const {
-  MSG message = {};
-  message.hwnd = GetFocus();
-  message.message = WM_KEYDOWN;
-  message.wParam = key;
-  message.lParam = 1;
-  if (!IsDialogMessageW(dialog_, &message)) DispatchMessageW(&message);
+void RecipientWindow::Send(UINT message, WPARAM key, LPARAM details) const {
+  MSG sent = {GetFocus(), message, key, details, 0, {}};
+  if (!IsDialogMessageW(dialog_, &sent)) DispatchMessageW(&sent);
 }
-
-void RecipientWindow::PressAlt(wchar_t letter) const {
-  MSG message = {};
-  message.hwnd = GetFocus();
-  message.message = WM_SYSCHAR;
-  message.wParam = letter;
-  message.lParam = kWithAlt;
-  if (!IsDialogMessageW(dialog_, &message)) DispatchMessageW(&message);
-}
-
-void RecipientWindow::Type(wchar_t letter) const { SendMessageW(GetFocus(), WM_CHAR, letter, 1); }
 
 void RecipientWindow::Click(int row) const {
   constexpr int kInside = 4;
@@ -86,8 +62,6 @@ void RecipientWindow::Click(int row) const {
   SendMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON, place);
 }
 
-void RecipientWindow::ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
-
 DialogUser::DialogUser(Actions actions)
     : hook_(SetWindowsHookExW(WH_CALLWNDPROCRET, &OnHook, nullptr, GetCurrentThreadId())),
       actions_(std::move(actions)) {
@@ -95,7 +69,6 @@ DialogUser::DialogUser(Actions actions)
 }
 
 DialogUser::~DialogUser() {
-  KillTimer(nullptr, guard_);
   UnhookWindowsHookEx(hook_);
   user = nullptr;
 }
@@ -113,16 +86,8 @@ LRESULT CALLBACK DialogUser::OnHook(int code, WPARAM sentHere, LPARAM details) {
 
 void CALLBACK DialogUser::OnShown(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
   KillTimer(nullptr, timer);
-  KillTimer(nullptr, user->guard_);
-  user->guard_ = SetTimer(nullptr, 0, kPatience, &OnStillThere);
+  if (!user->actions_) EndDialog(user->dialog_, IDCANCEL);  // nobody expected it
   if (user->actions_) user->actions_(RecipientWindow(user->dialog_));
-}
-
-void CALLBACK DialogUser::OnStillThere(HWND, UINT, UINT_PTR timer, DWORD) noexcept {
-  KillTimer(nullptr, timer);
-  if (!IsWindowVisible(user->dialog_)) return;
-  ADD_FAILURE() << "the dialog is still there";
-  EndDialog(user->dialog_, IDCANCEL);
 }
 
 }  // namespace tavio::test

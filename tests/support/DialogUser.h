@@ -6,8 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "foundation/Text.h"
-
 namespace tavio::test {
 
 // The recipient dialog as a person sees and works it. Keys go the way of every message of a dialog.
@@ -17,30 +15,27 @@ class RecipientWindow {
 
   HWND Window() const noexcept { return dialog_; }
   HWND List() const noexcept;
-  Text Caption() const { return TextOf(dialog_); }
+  std::string Caption() const;
   // "[x] Ann" or "[ ] Ann", in UTF-8.
-  std::string Row(int row) const;
   std::vector<std::string> Rows() const;
   // The texts of tab, column, and the buttons that send and do not.
   std::vector<std::string> Texts() const;
 
-  // A key that goes to the control with the focus.
-  void Press(UINT key) const;
-  // Alt and a letter.
-  void PressAlt(wchar_t letter) const;
-  void Type(wchar_t letter) const;
+  // A key, and Alt and a letter, that go to the control with the focus.
+  void Press(UINT key) const { Send(WM_KEYDOWN, key, 1); }
+  void PressAlt(wchar_t letter) const { Send(WM_SYSCHAR, letter, 1 << 29); }
+  void Type(wchar_t letter) const { SendMessageW(GetFocus(), WM_CHAR, letter, 1); }
   // On the check box of a row.
   void Click(int row) const;
-  void ClickCloseBox() const;
+  void ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
 
  private:
-  static Text TextOf(HWND window);
+  void Send(UINT message, WPARAM key, LPARAM details) const;
 
   HWND dialog_;
 };
 
-// A person who waits for the recipient dialog while it lives, and does `actions` when it is shown. A dialog that is
-// still there afterwards fails the test and is closed.
+// A person who waits for the recipient dialog while it lives, and does `actions`, which close it, when it is shown.
 class DialogUser {
  public:
   using Actions = std::function<void(const RecipientWindow&)>;
@@ -55,12 +50,10 @@ class DialogUser {
  private:
   static LRESULT CALLBACK OnHook(int code, WPARAM sentHere, LPARAM details);
   static void CALLBACK OnShown(HWND, UINT, UINT_PTR timer, DWORD) noexcept;
-  static void CALLBACK OnStillThere(HWND, UINT, UINT_PTR timer, DWORD) noexcept;
 
   HHOOK hook_;
   Actions actions_;
   HWND dialog_ = nullptr;
-  UINT_PTR guard_ = 0;
   int shown_ = 0;
 };
 

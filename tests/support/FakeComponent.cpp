@@ -43,7 +43,6 @@ struct FakeObject::Kind {
   };
 
   std::map<std::wstring, Member> members;  // by upper-cased name
-  std::wstring defaultMember;
   int created = 0;
   int living = 0;
 };
@@ -59,13 +58,12 @@ class FakeInstance final : public LateBound {
         const auto method = known.read;  // which may replace itself
         return method(arguments);
       };
-      if (known.assign) {
-        Add(name.c_str(), read, [&known](Arguments& arguments) { return known.assign(arguments); });
-      } else {
+      if (!known.assign) {
         Add(name.c_str(), read);
+        continue;
       }
+      Add(name.c_str(), read, [&known](Arguments& arguments) { return known.assign(arguments); });
     }
-    if (!kind_->defaultMember.empty()) Default(kind_->defaultMember.c_str());
     ++kind_->created;
     ++kind_->living;
     ++living;
@@ -118,8 +116,6 @@ void FakeObject::On(const wchar_t* member, Method read, Method assign) {
   known.read = std::move(read);
   known.assign = std::move(assign);
 }
-
-void FakeObject::OnDefault(const wchar_t* member) { kind_->defaultMember = member; }
 
 ComPtr<IDispatch> FakeObject::New() {
   ComPtr<IDispatch> object;

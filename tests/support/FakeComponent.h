@@ -30,8 +30,6 @@ class FakeObject {
   void On(const wchar_t* member, Method read);
   // A property that is also assigned; the new value is the last argument.
   void On(const wchar_t* member, Method read, Method assign);
-  // The member reached without a name.
-  void OnDefault(const wchar_t* member);
 
   ComPtr<IDispatch> New();
 
