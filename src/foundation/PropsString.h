@@ -12,8 +12,10 @@ inline Text FindPropValue(TextView upperProps, TextView upperName) {
   const Text pattern = Text(upperName) + Char{'='};
   const auto found = upperProps.find(pattern);
   if (found == TextView::npos) return {};
-  const auto pair = upperProps.substr(found);
-  return Text(pair.substr(0, pair.find(Char{';'})).substr(pattern.size()));
+  auto pair = upperProps.substr(found);
+  pair = pair.substr(0, pair.find(Char{';'}));
+  // A name that holds a ";" itself has its pair cut within the name.
+  return pair.size() < pattern.size() ? Text() : Text(pair.substr(pattern.size()));
 }
 
 }  // namespace tavio

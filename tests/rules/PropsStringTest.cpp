@@ -18,6 +18,7 @@ TEST(PropsStringTest, FindsTheFirstPair) {
       {u"UILANGUAGE=X;LANGUAGE=Y;", u"LANGUAGE", u"X"},
       {u"CONNECTSTRING={A=1,B=2};", u"CONNECTSTRING", u"{A=1,B=2}"},
       {u"LANGUAGE;LANGUAGE=", u"LANGUAGE", u""},
+      {u"A;B=C;", u"A;B", u""},
   };
   for (const auto& c : cases) {
     EXPECT_EQ(FindPropValue(c.props, c.name), c.value) << "case " << &c - cases;
