@@ -12,9 +12,8 @@ namespace tavio::development {
 //   GetClassMenu(p)                       the menu, a Dictionary keyed by FCode
 //   GetData(p, sql)                       a record set (RecordSet.h); the text runs as it stands
 //   GetClassType(p, class type ID)        the main template: FID, FBillTypeID, FNumber, FName_CHS, FName_ENU
-//   GetTableInfo(p, class type ID)        the field information: each page a Dictionary whose keys are its fields, and
-//   each
-//                                         field's record under its key
+//   GetTableInfo(p, class type ID)        the field information: each page a Dictionary whose keys are its fields,
+//                                         and each field's record under its key
 //   GetClassTypeEntry(p, class type ID)   the entry pages, a Vector
 //   GetBillData(p, class type ID, bill)   a bill: FID, and the header's values by field under "Page1"
 // An unknown business object or bill raises Error; only its actions are then an empty collection.

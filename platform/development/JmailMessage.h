@@ -8,9 +8,9 @@
 namespace tavio::development {
 
 // Jmail.Message: a mail sent over SMTP, for real.
-//   Charset, ContentTransferEncoding, Encoding, ISOEncodeHeaders, Logging   bodies are base64 and headers encoded
-//   whatever
-//                                                                           is assigned; Charset and Logging count
+//   Charset, Logging                         the charset of the mail; whether Log is kept
+//   ContentTransferEncoding, Encoding, ISOEncodeHeaders
+//                                            kept only: bodies are base64 and headers encoded whatever is assigned
 //   MailServerUserName, MailServerPassWord   with a user name the server is asked for AUTH LOGIN
 //   From, FromName, Subject, HTMLBody, Body  an HTMLBody goes before a Body
 //   AddRecipient(address)   AddAttachment(path[, inline])   inline is not supported: everything is an attachment

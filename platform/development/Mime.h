@@ -24,9 +24,8 @@ struct Mail {
   std::vector<Attachment> attachments;
 };
 
-// Whether an address can stand in a header and in an SMTP command: it has an "@" and none of blank, control character,
-// "<",
-// ">" and ",".
+// Whether an address can stand in a header and in an SMTP command: it has an "@", and no blank, control character, "<",
+// ">" or ",".
 bool IsAddress(TextView address);
 
 // The parts of a list of addresses between semicolons, trimmed, without empty ones.

@@ -10,9 +10,8 @@ namespace tavio::com {
 
 // Late-bound calls on one dual interface, over ITypeInfo::Invoke of the type library embedded in this server. In front
 // of it stands what script hosts need:
-//  - a variable passed for a typed parameter (VT_BYREF|VT_VARIANT) is converted, and takes what a by-reference
-//  parameter
-//    leaves behind;
+//  - a variable passed for a typed parameter (VT_BYREF|VT_VARIANT) is converted, and takes what a
+//    by-reference parameter leaves behind;
 //  - arguments given by name, and those left out that have a default, also where the parameter is by reference;
 //  - an assignment reaches a property that knows only the other kind of assignment ("x.Data = d" and "Set x.Data = d"),
 //    and a call reaches a property ("x.Count()" in JScript).
