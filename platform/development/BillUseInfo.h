@@ -8,8 +8,8 @@ namespace tavio::development {
 // or by reference.
 //   GetIsUserNeedSend(properties, list, kind) -> Dictionary keyed by user ID, of records FUserID, FIsNeedSend
 //   GetUserInfo(properties, type, list)       -> Vector of records FUserID, FName, Email, Mobile; empty where nobody
-//                                                is known. Types: U user (disabled ones are left out), E employee, C
-//                                                customer, S supplier; FUserID is then the ID in that type's table
+//                                                is known. Types: U user (disabled ones are left out), E employee,
+//                                                C customer, S supplier; FUserID is then the ID in that type's table
 //   UserInfoEx                                a text that the host may set; ""
 class BillUseInfo final : public PlatformObject {
  public:
