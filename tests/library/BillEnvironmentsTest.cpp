@@ -1,5 +1,3 @@
-#include <functional>
-
 #include "catalogues/BillEnvironments.h"
 #include "foundation/Error.h"
 #include "tests/support/LibraryTest.h"
@@ -59,11 +57,9 @@ TEST_F(BillEnvironmentsTest, SortsTheTreeAndSharesItsRecords) {
             "{FMask: 2, FID: 102, FBillType: 3, Parent: 3, Level: 2}, "
             "{FMask: 1, FID: 101, FBillType: 1, Parent: 3, Level: 2}]");
   EXPECT_EQ(environments.GetList().Object().Get(), environments.GetList().Object().Get());
-  EXPECT_EQ(environments.GetSortListMsg().Object().Get(), environments.GetSortList().Object().Get());
   const auto* record = source.Record(4).Object().Get();
   EXPECT_EQ(environments.GetSortList().Record(1).Object().Get(), record);
   EXPECT_EQ(PackageAt(environments.GetList(), L"7"_key).Object().Get(), record);
-  EXPECT_EQ(PackageAt(environments.GetList(4), L"7"_key).Object().Get(), record);
   EXPECT_EQ(environments.GetSortList(0, 107).Record(1).Object().Get(), record);
   EXPECT_EQ(environments.GetItem(7).Object().Get(), record);
   EXPECT_EQ(classInfo.Calls(L"GetBillEnvironments"), 1);
@@ -82,7 +78,6 @@ TEST_F(BillEnvironmentsTest, FiltersByIdOrMask) {
       {2, 0, "102 103 107 empty ", "102 empty ", "107 103 102 empty "},
       {3, -1, "101 102 103 107 ", "103 102 101 ", "107 103 102 101 "},
       {0, 103, "103 ", "103 ", "103 "},
-      {0, 999, "", "", ""},
       {1, 107, "101 103 107 ", "107 101 ", "107 103 101 "},
       {-8, 999, "empty 108 ", "108 ", "empty 108 "},
   };
@@ -107,77 +102,18 @@ TEST_F(BillEnvironmentsTest, ListsTheScenariosOfABillType) {
                                                     "end " + label + " 0"}));
 }
 
-TEST_F(BillEnvironmentsTest, FindsOneScenarioAndClosesTheLogOnEveryPath) {
-  source.Add(Scenario(8, 103));
-  const struct {
-    std::int32_t mask, id, found;  // the mask, 0 for none
-  } cases[] = {{3, 0, 3}, {3, 107, 3}, {5, 107, 0}, {0, 0, 0}, {0, 107, 7}, {0, 103, 3}, {0, 999, 0}};
-  for (const auto& c : cases) {
-    const auto scenario = environments.GetItem(c.mask, c.id);
-    EXPECT_EQ(scenario ? scenario.Get(L"FMask"_key)->ToInt32() : 0, c.found) << c.mask << ", " << c.id;
-    ASSERT_EQ(log->entries.size(), 2u) << c.mask << ", " << c.id;
-    EXPECT_EQ(log->entries[0], "begin TavioClassBillAction.BillEnvironments.GetItem");
-    log->entries.clear();
-  }
-}
-
-TEST_F(BillEnvironmentsTest, EveryOperationTriesAgainAfterAFailedLoad) {
+TEST_F(BillEnvironmentsTest, TriesAgainAfterAFailedLoad) {
   const auto failedLoad = Report(L"Initialize", L"中间层没有启动");
-  const auto unset = [](const wchar_t* operation) { return Report(operation, L"对象未设置"); };
-  const struct {
-    std::function<bool(BillEnvironments&)> run;
-    Boxes boxes;
-  } cases[] = {
-      {[](auto& e) { return !!e.GetList(1); }, {failedLoad}},
-      {[](auto& e) { return !!e.GetSortList(1); }, {failedLoad}},
-      {[](auto& e) { return !!e.GetSortListMsg(1); }, {failedLoad}},
-      {[](auto& e) { return !!e.GetBillTypeList(1); }, {failedLoad, unset(L"GetBillTypeList")}},
-      {[](auto& e) { return !!e.GetItem(1); }, {failedLoad, unset(L"GetItem")}},
-      {[](auto& e) { return !!e.GetItem(0, 101); }, {failedLoad, unset(L"GetItem")}},
-      {[](auto& e) { return !!e.GetClassMenu(); }, {Report(L"GetClassMenu", L"中间层没有启动")}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
-    BillEnvironments fresh;
-    answers = false;
-    EXPECT_FALSE(c.run(fresh));
-    EXPECT_EQ(boxes.Take(), c.boxes);
-    EXPECT_EQ(classInfo.Living(), 0);
-    answers = true;
-    EXPECT_TRUE(c.run(fresh));
-  }
-}
-
-TEST_F(BillEnvironmentsTest, AFailedSortLeavesWhatWasBuilt) {
-  const std::pair<Item, const wchar_t*> cases[] = {
-      {Record({{L"FID", 9}}), L"数据包缺少字段 FMask"},
-      {Record({{L"FMask", L"all"}}), L"类型不匹配"},
-      {5, L"类型不匹配"},
-      {Value(), L"对象未设置"},
-  };
-  for (const auto& [item, description] : cases) {
-    BillEnvironments fresh;
-    source = List({Scenario(1, 101), item, Scenario(2, 102)});
-    EXPECT_EQ(Ids(fresh.GetList()), "101 ");
-    EXPECT_EQ(boxes.Take(), Boxes{Report(L"SortList", description)});
-    EXPECT_EQ(Ids(fresh.GetList()), "101 ");  // the set is held, so nothing is loaded again
-    EXPECT_FALSE(fresh.GetSortList());        // the list is not
-    EXPECT_EQ(boxes.Take(), Boxes{Report(L"SortList", description)});
-    source = List({Scenario(2, 102)});
-    EXPECT_EQ(Ids(fresh.GetSortList()), "102 ");
-  }
-}
-
-TEST_F(BillEnvironmentsTest, MoreThan32767ScenariosOverflow) {
-  const auto scenario = Scenario(1, 101);
-  source = List({});
-  for (std::int32_t i = 0; i < 32767; ++i) source.Add(scenario);
-  EXPECT_EQ(Ids(environments.GetSortList()), "101 ");
-  BillEnvironments fresh;
-  source.Add(scenario);
-  EXPECT_FALSE(fresh.GetSortList());
-  EXPECT_EQ(boxes.Take(), Boxes{Report(L"SortList", L"溢出")});
-  EXPECT_EQ(Ids(fresh.GetList()), "");
+  answers = false;
+  EXPECT_FALSE(environments.GetSortList());
+  EXPECT_FALSE(environments.GetItem(0, 101));
+  EXPECT_FALSE(environments.GetClassMenu());
+  EXPECT_EQ(boxes.Take(), (Boxes{failedLoad, failedLoad, Report(L"GetItem", L"对象未设置"),
+                                 Report(L"GetClassMenu", L"中间层没有启动")}));
+  EXPECT_EQ(classInfo.Living(), 0);
+  answers = true;
+  EXPECT_EQ(environments.GetItem(0, 101).Object().Get(), source.Record(1).Object().Get());
+  EXPECT_FALSE(environments.GetItem(5, 107)) << "a mask that is given is exact";
 }
 
 }  // namespace

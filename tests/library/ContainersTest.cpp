@@ -1,10 +1,4 @@
-#include <windows.h>
-#include <Vexo.h>
-
-#include <functional>
-
 #include "foundation/ByName.h"
-#include "foundation/Containers.h"
 #include "foundation/Error.h"
 #include "tests/support/LibraryTest.h"
 #include "tests/support/Roads.h"
@@ -101,24 +95,6 @@ TEST_P(ContainerRoads, ListCountsFromOne) {
 
 using ContainersTest = LibraryTest;
 
-std::string Enumerated(IEnumVARIANT* items) {
-  std::string text;
-  for (Value item; items->Next(1, item.Receive(), nullptr) == S_OK;) text += Show(item) + " ";
-  return text;
-}
-
-TEST_F(ContainersTest, StoresWhatAReferenceRefersTo) {
-  ComPtr<_Dictionary> record;
-  NewContainer(Container::kDictionary).As(&record);
-  LONG number = 7;
-  VARIANT toNumber;
-  toNumber.vt = VT_BYREF | VT_I4;
-  toNumber.plVal = &number;
-  EXPECT_EQ(record->put_Value(L"n"_key.Get(), toNumber), S_OK);
-  number = 8;
-  EXPECT_EQ(Show(Dictionary(record)), "{n: 7}");
-}
-
 // Scripts assign objects in either way, and some hosts ask for both at once.
 TEST_F(ContainersTest, EveryAssignmentStoresTheObjectItself) {
   const auto list = List({});
@@ -130,85 +106,6 @@ TEST_F(ContainersTest, EveryAssignmentStoresTheObjectItself) {
     InvokeByName(record.Object().Get(), L"Value", flags, arguments);
     EXPECT_EQ(record.Get(L"m"_key)->ToObject().Get(), list.Object().Get()) << flags;
   }
-}
-
-TEST_F(ContainersTest, WrongArgumentsAreRefusedByTheirNumber) {
-  const auto record = Record({{L"a", 1}});
-  const auto list = List({1});
-  const struct {
-    ComPtr<IDispatch> object;
-    const wchar_t* member;
-    Vector arguments;  // in source order
-    HRESULT expected;
-  } cases[] = {
-      {record.Object(), L"Lookup", List({}), DISP_E_PARAMNOTOPTIONAL},
-      {record.Object(), L"Lookup", List({L"a", 1, 2}), DISP_E_BADPARAMCOUNT},
-      {record.Object(), L"Lookup", List({record}), DISP_E_TYPEMISMATCH},
-      {record.Object(), L"Name", List({3e9}), DISP_E_OVERFLOW},
-      {record.Object(), L"Nonsense", List({}), DISP_E_UNKNOWNNAME},
-      {list.Object(), L"Item", List({L"1"}), S_OK},
-  };
-  for (const auto& c : cases) {
-    std::vector<VARIANT> reversed;
-    for (auto i = c.arguments.Count(); i > 0; --i) reversed.push_back(c.arguments.Item(i)->Raw());
-    const auto raised = Raised([&] { InvokeByName(c.object.Get(), c.member, DISPATCH_METHOD, reversed); });
-    EXPECT_EQ(raised.Number(), c.expected) << Utf8(c.member) << " with " << Show(c.arguments);
-  }
-}
-
-TEST_F(ContainersTest, EnumerationShowsWhatThereWasAtItsBeginning) {
-  auto record = Record({{L"a", 1}, {L"b", 2}, {L"c", 3}});
-  const Value given = InvokeByName(record.Object().Get(), L"_NewEnum", DISPATCH_PROPERTYGET, {});
-  ComPtr<IEnumVARIANT> keys, twin;
-  ASSERT_EQ(given.Raw().punkVal->QueryInterface(IID_PPV_ARGS(&keys)), S_OK);
-  record.Remove(L"b"_key);
-  record.Set(L"d"_key, Value(4));
-  record = Dictionary();
-  EXPECT_EQ(keys->Skip(1), S_OK);
-  EXPECT_EQ(keys->Clone(&twin), S_OK);
-  EXPECT_EQ(keys->Reset(), S_OK);
-  EXPECT_EQ(Enumerated(keys.Get()), R"("a" "b" "c" )");
-  VARIANT rest[3];
-  ULONG fetched = 0;
-  EXPECT_EQ(twin->Next(3, rest, &fetched), S_FALSE);
-  EXPECT_EQ(fetched, 2u);
-  for (ULONG i = 0; i < fetched; ++i) VariantClear(&rest[i]);
-}
-
-// Calls back when it is let go.
-class Farewell final : public LateBound {
- public:
-  explicit Farewell(std::function<void()> said) : said_(std::move(said)) {}
-  ~Farewell() override { said_(); }
-
-  static Value Saying(std::function<void()> said) {
-    ComPtr<IDispatch> object;
-    *object.GetAddressOf() = new Farewell(std::move(said));  // Attach adds a reference with some compilers
-    return Value(std::move(object));
-  }
-
- private:
-  std::function<void()> said_;
-};
-
-TEST_F(ContainersTest, IsWholeWhenWhatItHeldCallsBack) {
-  std::string seen;
-  IDispatch* dying = nullptr;
-  const auto look = [&] {
-    const ComPtr<IDispatch> again(dying);
-    seen += Show(Value(again));
-  };
-  {
-    const auto record = Record({});
-    dying = record.Object().Get();
-    record.Set(L"k"_key, Farewell::Saying(look));
-  }
-  {
-    const auto list = List({});
-    dying = list.Object().Get();
-    list.Add(Farewell::Saying(look));
-  }
-  EXPECT_EQ(seen, "{}[]");
 }
 
 }  // namespace

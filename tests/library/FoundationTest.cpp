@@ -1,10 +1,8 @@
 #include "foundation/Counter.h"
 #include "foundation/Operation.h"
 #include "foundation/PendingError.h"
-#include "foundation/ProcessState.h"
 #include "foundation/ResText.h"
 #include "foundation/SharedProperties.h"
-#include "foundation/ShowMessage.h"
 #include "foundation/modMorlaLogMsg.h"
 #include "tests/support/ForeignRecord.h"
 #include "tests/support/LibraryTest.h"
@@ -14,16 +12,7 @@ namespace {
 
 using Entries = std::vector<std::string>;
 
-class FoundationTest : public LibraryTest {
- protected:
-  // From here on a translation is seen to be one.
-  void TranslateInBrackets() {
-    texts->On(L"LoadString", [](Arguments& a) {
-      EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_BSTR);
-      return Value(TextView(L"<" + a.At(0).ToText() + L">"));
-    });
-  }
-};
+using FoundationTest = LibraryTest;
 
 TEST_F(FoundationTest, OperationReportsWhateverIsThrown) {
   const struct {
@@ -75,19 +64,11 @@ TEST_F(FoundationTest, OperationIsLoggedAsItsLabelsSay) {
   EXPECT_EQ(log->entries.back(), "end A.B 7");
 }
 
-TEST_F(FoundationTest, ShowMessageTranslatesOnlyTheUsualTitle) {
-  TranslateInBrackets();
-  boxes.AnswerWith(IDNO);
-  constexpr UINT kStyle = MB_YESNOCANCEL | MB_ICONERROR | MB_DEFBUTTON3;
-  for (const auto& [given, shown] :
-       {std::pair{L"Morla提示", L"<Morla提示>"}, {L"morla提示", L"morla提示"}, {L"", L""}}) {
-    EXPECT_EQ(ShowMessage(L"a\r\nb", kStyle, given), IDNO);
-    EXPECT_EQ(boxes.Take(), (Boxes{{L"a\r\nb", shown, kStyle}}));
-  }
-}
-
 TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
-  TranslateInBrackets();
+  texts->On(L"LoadString", [](Arguments& a) {
+    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_BSTR);
+    return Value(TextView(L"<" + a.At(0).ToText() + L">"));
+  });
   for (const auto& [source, translation] :
        {std::pair{L"  用户 ", L"  <用户> "}, {L"用户 名", L"<用户 名>"}, {L"\t用户", L"<\t用户>"}}) {
     EXPECT_EQ(LoadResText(source), translation);
@@ -100,57 +81,11 @@ TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
   EXPECT_EQ(texts->language, L"CHS") << "the language is read once";
 }
 
-TEST_F(FoundationTest, TranslationWithoutTextOrLoaderIsEmpty) {
-  EXPECT_EQ(LoadResText(L"   "), L"");
-  EXPECT_EQ(texts->Created(), 0);
-  texts.reset();  // the failure to create it is not described by it
-  EXPECT_EQ(LoadResText(L"  用户 "), L"   ");
-  texts.emplace();
-  texts->On(L"LoadString", Failing(L"断开"));
-  EXPECT_EQ(LoadResText(L"用户"), L"");
-}
-
-TEST_F(FoundationTest, FormResourcesComeBackThroughTheReference) {
-  FakeObject form;
-  FakeComponent loader(L"TavioFormText.FormTextLoader");
-  const auto made = Record({{L"Caption", L"用户"}});
-  std::size_t given = 0;
-  loader.On(L"LoadFrmResStrings", [&](Arguments& a) {
-    given = a.Count();
-    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_DISPATCH);
-    EXPECT_EQ(Show(a.At(1)) + Show(a.At(2)) + Show(a.At(3)), R"("CHS""""TavioDesign")");
-    if (given == 5) a.Return(4, made.AsValue());
-    return List({L"确定"}).AsValue();
-  });
-  const Component window(form.New());
-  Dictionary none, some = Record({});
-  EXPECT_EQ(Show(LoadFormResources(window, none)), R"(["确定"])");
-  EXPECT_EQ(given, 4u);
-  LoadFormResources(window, some);
-  EXPECT_EQ(given, 5u);
-  EXPECT_EQ(some.Object().Get(), made.Object().Get());
-  EXPECT_FALSE(none);
-  EXPECT_EQ(loader.Living(), 0);
-}
-
 TEST_F(FoundationTest, PropValueIsFoundWithoutRegardToLetterCase) {
   props->props = L"UILanguage=chs;Language=y;UserName=Ann";
   EXPECT_EQ(GetPropValue(L"Language"), L"CHS") << "the first whose name ends so";
   EXPECT_EQ(GetPropValue(L"username"), L"ANN");
   EXPECT_EQ(GetPropValue(L"UserID"), L"");
-}
-
-TEST_F(FoundationTest, SharePropertyIsReadTwiceAndTheStoreReleased) {
-  FakeObject shared;
-  props->On(L"GetProperty", [object = shared.New()](Arguments& a) {
-    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_I4);
-    EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_BSTR);
-    return a.At(1).EqualsText(L"Profile") ? Value(object) : Value(std::int32_t{7});
-  });
-  EXPECT_TRUE(GetShareProperty(L"Profile").HoldsObject());
-  EXPECT_EQ(props->Calls(L"GetProperty"), 2);
-  EXPECT_EQ(Show(GetShareProperty(L"Other")), "7");
-  EXPECT_EQ(props->Living(), 0);
 }
 
 TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {
@@ -160,33 +95,6 @@ TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {
   EXPECT_EQ(GetPropsString(), L"");
   EXPECT_EQ(GetPropValue(L"Language"), L"");
   EXPECT_TRUE(GetShareProperty(L"Profile").IsEmpty());
-}
-
-TEST_F(FoundationTest, OverridesComeBeforeTheStore) {
-  FakeObject client;
-  client.On(L"PropsString", [](Arguments&) { return Value(L"a=object"); });
-  Process().propsOverrideObject.emplace(client.New());
-  EXPECT_EQ(GetPropsString(), L"a=object");
-  Process().propsOverride = L"a=text";
-  EXPECT_EQ(GetPropsString(), L"a=text");
-  EXPECT_EQ(props->Created(), 0);
-}
-
-TEST_F(FoundationTest, LogIsCreatedOnceAndLetGoWhereDisabled) {
-  log->enabled = false;
-  EXPECT_EQ(LogStart(L"A.B"), 0);
-  EXPECT_EQ(log->Living(), 0);
-  log->enabled = true;
-  EXPECT_EQ(LogStart(L"A.B"), 0);
-  LogEnd(1, 1);
-  EXPECT_EQ(log->Created(), 1);
-  EXPECT_EQ(log->entries, Entries{});
-  Process() = {};
-  log.reset();
-  EXPECT_EQ(LogStart(L"A.B"), 0);
-  log.emplace();
-  EXPECT_EQ(LogStart(L"A.B"), 0);
-  EXPECT_EQ(log->Created(), 0) << "one attempt, even where it failed";
 }
 
 TEST_F(FoundationTest, PendingErrorSurvivesLogAndTexts) {

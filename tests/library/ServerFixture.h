@@ -83,18 +83,13 @@ class ServerTest : public ::testing::Test {
     }
   }
 
-  static ComPtr<IClassFactory> Factory(const CLSID& id) {
-    ComPtr<IClassFactory> factory;
-    const auto get = From<GetClassObject>(ServerFolder() + L"TavioClassBillAction.dll", "DllGetClassObject");
-    EXPECT_EQ(get(id, IID_PPV_ARGS(&factory)), S_OK);
-    return factory;
-  }
   template <class Interface = IDispatch>
   static ComPtr<Interface> Make(const CLSID& id) {
+    ComPtr<IClassFactory> factory;
     ComPtr<Interface> object;
-    EXPECT_EQ(
-        Factory(id)->CreateInstance(nullptr, __uuidof(Interface), reinterpret_cast<void**>(object.GetAddressOf())),
-        S_OK);
+    const auto get = From<GetClassObject>(ServerFolder() + L"TavioClassBillAction.dll", "DllGetClassObject");
+    EXPECT_EQ(get(id, IID_PPV_ARGS(&factory)), S_OK);
+    EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
     return object;
   }
 

@@ -34,7 +34,7 @@ FakeTexts::FakeTexts() : FakeComponent(L"TavioResLoader.Loader") {
 }
 
 FakeLog::FakeLog() : FakeComponent(L"MorlaLogMsg.Log") {
-  On(L"IsEnabled", [this](Arguments&) { return Value(enabled); });
+  On(L"IsEnabled", [](Arguments&) { return Value(true); });
   On(L"LogStart", [this](Arguments& a) {
     labels_.push_back(a.At(0).ToText());
     entries.push_back("begin " + Utf8(labels_.back()));

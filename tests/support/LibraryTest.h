@@ -25,7 +25,6 @@ class FakeLog : public FakeComponent {
  public:
   FakeLog();
   std::vector<std::string> entries;
-  bool enabled = true;
 
  private:
   std::vector<Text> labels_;
