@@ -10,42 +10,6 @@ namespace {
 
 using Masks = std::vector<std::int32_t>;
 
-struct Listed {
-  Masks masks;   // in the order of the list
-  Masks levels;  // beside them
-};
-
-Listed List(const Masks& masks) {
-  const auto order = OrderScenarios(ScenarioParents(masks));
-  Listed listed;
-  for (const auto scenario : order.sequence) {
-    listed.masks.push_back(masks[scenario]);
-    listed.levels.push_back(order.levels[scenario]);
-  }
-  return listed;
-}
-
-TEST(ScenarioOrder, ListsSmallTrees) {
-  const struct {
-    const char* what;
-    Masks set, listed, levels;
-  } cases[] = {
-      {"no scenario", {}, {}, {}},
-      {"a tree, root last: the sibling that moved up is placed later, so before",
-       {1, 2, 3, 7},
-       {7, 3, 2, 1},
-       {0, 1, 2, 2}},
-      {"no shared bit: roots, every second one skipped", {1, 2, 4, 8}, {1, 4, 2, 8}, {0, 0, 0, 0}},
-      {"a negative mask is smaller than those it shares bits with", {-1, 5, 4}, {5, 4, -1}, {0, 1, 2}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    const auto listed = List(c.set);
-    EXPECT_EQ(listed.masks, c.listed);
-    EXPECT_EQ(listed.levels, c.levels);
-  }
-}
-
 // Distinct masks in random order, zero and negative ones too; the narrower they are, the deeper their trees.
 Masks RandomSet(std::mt19937& random) {
   const auto narrowed = random() % 32;
