@@ -22,10 +22,9 @@ class SendEmailTest : public DeliveryTest {
 
   bool Send() { return message.SendEmail(Component(dataService)); }
 
-  static std::string Request(const std::string& addresses, const std::string& attachment = "") {
+  static std::string Request(const std::string& addresses) {
     return R"({PropsString: "Language=chs;UserID=16394;UserName=Ann;", Addrecipients: ")" + addresses +
-           R"(", Subject: "单据 [FBillNo]", Body: "单号 CG001)" + "\r\n" + R"(请处理", Addattachment: ")" + attachment +
-           R"(", bLog: 0s})";
+           R"(", Subject: "单据 [FBillNo]", Body: "单号 CG001)" + "\r\n" + R"(请处理", Addattachment: "", bLog: 0s})";
   }
 
   FakeObject host;
@@ -36,6 +35,7 @@ class SendEmailTest : public DeliveryTest {
 };
 
 TEST_F(SendEmailTest, HandsTheRequestToTheGateway) {
+  package.Set(L"FAccessoryForEmail"_key, Value(true));  // which nobody here can print
   EXPECT_TRUE(Send());
   EXPECT_EQ(requests, Entries{Request("ann@x.com;bob@x.com")});
   EXPECT_EQ(users->asked, Entries{"U [{FUserID: 1}, {FUserID: 2}]"});
@@ -48,10 +48,11 @@ TEST_F(SendEmailTest, AsksOncePerTypeOfRecipient) {
   const auto record = [](const wchar_t* email) { return Record({{L"Email", email}}); };
   users->known = {{L"E", List({record(L"eve@x.com"), record(L"")})},
                   {L"U", List({record(L"EVE@X.COM"), Record({}), record(L"ann@x.com")})}};
-  Recipients(L"EmailUsers", Record({{L"e2", Record({{L"FUserType", L"E"}, {L"FUserID", L"2"}})},
-                                    {L"3", Record({{L"FMessageID", 9}})},
-                                    {L"6", Record({{L"FUserType", L"E"}})},
-                                    {L"7", Record({{L"FUserType", L"S"}})}}));
+  package.Set(L"EmailUsers"_key, Record({{L"e2", Record({{L"FUserType", L"E"}, {L"FUserID", L"2"}})},
+                                         {L"3", Record({{L"FMessageID", 9}})},
+                                         {L"6", Record({{L"FUserType", L"E"}})},
+                                         {L"7", Record({{L"FUserType", L"S"}})}})
+                                     .AsValue());
   message.ExcludeUser(List({7, L"9"}));
   EXPECT_TRUE(Send());
   EXPECT_EQ(users->asked, (Entries{"E [{FUserID: 2}, {FUserID: 6}]", "U [{FUserID: 3}]"}));
@@ -63,10 +64,10 @@ TEST_F(SendEmailTest, NobodyToWriteToIsSilent) {
   const Item lists[] = {Value(), Record({{L"7", Record({})}}), Record({{L"1) or (1=1", Record({})}})};
   message.ExcludeUser(List({7}));
   for (const auto& list : lists) {
-    Recipients(L"EmailUsers", list);
+    package.Set(L"EmailUsers"_key, list.value);
     EXPECT_FALSE(Send()) << Show(list.value);
   }
-  Recipients(L"EmailUsers", TwoUsers());
+  package.Set(L"EmailUsers"_key, TwoUsers().AsValue());
   users.reset();
   EXPECT_FALSE(Send());
   EXPECT_EQ(gateway->Created(), 0);
@@ -81,42 +82,8 @@ TEST_F(SendEmailTest, OnlyAnEmptyAnswerOfTheGatewayIsSuccess) {
   EXPECT_EQ(gateway->Living(), 0);
 }
 
-class PrintedBillTest : public SendEmailTest {
- protected:
-  PrintedBillTest() {
-    package.Set(L"FAccessoryForEmail"_key, Value(true));
-    print.emplace(L"TavioClassBillPrint.clsNotePrint");
-    for (const auto* property : {L"dataSrv", L"TableInfo"}) {
-      print->On(property, nullptr, [](Arguments&) { return Value(); });
-    }
-    print->On(L"CreatePDFFile", [this](Arguments& a) {
-      EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_BSTR);
-      EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_I4);
-      arguments = Show(a.At(0)) + " " + Show(a.At(1)) + " " + Show(a.At(2));
-      a.Return(0, Value(L"C:\\77.pdf"));
-      return made();
-    });
-  }
-
-  std::optional<FakeComponent> print;
-  std::string arguments;
-  std::function<Value()> made = [] { return Value(true); };
-};
-
-TEST_F(PrintedBillTest, IsAttachedAndNeverKeepsTheMailBack) {
-  EXPECT_TRUE(Send());
-  EXPECT_EQ(arguments, R"("采购申请" 77 "Language=chs;UserID=16394;UserName=Ann;")");
-  EXPECT_EQ(requests, Entries{Request("ann@x.com;bob@x.com", "C:\\77.pdf")});
-  requests.clear();
-  made = Fail;
-  EXPECT_TRUE(Send());
-  print.reset();
-  EXPECT_TRUE(Send());
-  EXPECT_EQ(requests, Entries(2, Request("ann@x.com;bob@x.com")));
-}
-
 // Without a gateway: the road over SMTP. The client's profile holds `email`.
-class SmtpTest : public PrintedBillTest {
+class SmtpTest : public SendEmailTest {
  protected:
   SmtpTest() {
     gateway.reset();
@@ -136,7 +103,7 @@ class SmtpTest : public PrintedBillTest {
         return Value();
       });
     }
-    for (const auto* method : {L"AddRecipient", L"AddAttachment", L"Send"}) {
+    for (const auto* method : {L"AddRecipient", L"Send"}) {
       jmail.On(method, [this, method](Arguments& a) {
         mail.push_back(Utf8(method));
         for (std::size_t i = 0; i < a.Count(); ++i) mail.back() += " " + Show(a.At(i));
@@ -165,7 +132,7 @@ TEST_F(SmtpTest, TakesTheRoadWithoutAGateway) {
             R"(Charset="GB2312" ContentTransferEncoding="base64" Encoding="base64" ISOEncodeHeaders=true Logging=true )"
             R"(MailServerUserName="me" MailServerPassWord="geheim" From="me@x.com" FromName="示范平台" )"
             R"(AddRecipient "ann@x.com" AddRecipient "bob@x.com" Subject="单据 [FBillNo]" )"
-            R"(HTMLBody="单号 CG001<br>请处理" AddAttachment "C:\77.pdf" false Send "mail.x.com" )");
+            R"(HTMLBody="单号 CG001<br>请处理" Send "mail.x.com" )");
   EXPECT_EQ(client.Living() + jmail.Living(), 0);
 }
 

@@ -51,11 +51,6 @@ class ApprovalNoticeTest : public SendSmsTest {
   static Dictionary Answer(const Item& user, const Item& needed) {
     return Record({{L"FUserID", user.value}, {L"FIsNeedSend", needed.value}});
   }
-  static std::string Query(const std::string& ids) {
-    return "SELECT  b.FMobilePhone FROM t_User a  LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID Where a.FUserID in "
-           "(" +
-           ids + ") AND a.FForbidden <> 1";
-  }
 
   FakeComponent classInfo{L"TavioMClass.ClassInfo"};
   std::optional<FakeRecords> rows;
@@ -68,7 +63,8 @@ TEST_F(ApprovalNoticeTest, GoesToThoseWhoMustBeTold) {
   EXPECT_TRUE(message.SendSMS());
   EXPECT_EQ(questions, Entries{R"("Language=chs;UserID=16394;UserName=Ann;" )"
                                "[{FID: 77, FUserID: 1}, {FID: 77, FUserID: 2}] 3s"});
-  EXPECT_EQ(queries, Entries{Query("1")});
+  EXPECT_EQ(queries, Entries{"SELECT  b.FMobilePhone FROM t_User a  LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID "
+                             "Where a.FUserID in (1) AND a.FForbidden <> 1"});
   EXPECT_EQ(requests, Entries{Request("13800000001")});
   EXPECT_EQ(log->entries.front(), "begin " + label);
   EXPECT_EQ(log->entries.back(), "end " + label + " 1");
