@@ -5,17 +5,12 @@
 namespace tavio::test {
 namespace {
 
-const wchar_t kUnbound[] = L"请先设置本组件关联的业务对象模板信息!";
 const char kNew[] = R"({FID: 0s, FTitle: "", FMessage: "", FMessageDescriptions: "", FSendType: 1s, )"
                     R"(MessageUsers: {}, EmailUsers: {}, SMSUsers: {}})";
 
-Box Report(const Text& operation, const Text& description) {
-  return Warning(L"TavioClassBillAction.Message" + operation + L"\r\n" + description);
-}
-
 class MessagePackageTest : public LibraryTest {
  protected:
-  void Bind() {
+  MessagePackageTest() {
     message.ClassType(Record({}));
     message.TableInfo(Record({}));
   }
@@ -25,7 +20,6 @@ class MessagePackageTest : public LibraryTest {
 
 TEST_F(MessagePackageTest, NewMessageHasThreeListsOfItsOwn) {
   EXPECT_FALSE(message.GetMessage());
-  Bind();
   message.NewMessage();
   EXPECT_EQ(Show(message.GetMessage()), kNew);
   PackageAt(message.GetMessage(), L"EmailUsers"_key).Set(L"5"_key, Value(1));
@@ -34,26 +28,7 @@ TEST_F(MessagePackageTest, NewMessageHasThreeListsOfItsOwn) {
                                                     "end TavioClassBillAction.Message.NewMessage 新建消息 1"}));
 }
 
-TEST_F(MessagePackageTest, TemplateAndFieldInformationMustBeSet) {
-  Bind();
-  message.NewMessage();
-  const auto held = message.GetMessage();
-  for (int missing = 0; missing < 2; ++missing) {
-    Bind();
-    missing == 0 ? message.ClassType(Dictionary()) : message.TableInfo(Dictionary());
-    message.NewMessage();
-    EXPECT_FALSE(message.SetMessage(Record({{L"FMessage", L"a"}})));
-    EXPECT_FALSE(message.RefreshVariableValue(Record({})));
-    message.RefreshVariableList();
-    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : NewMessage", kUnbound), Report(L" : SetMessage", kUnbound),
-                                   Report(L" : RefreshVariableValue", kUnbound)}));
-    EXPECT_EQ(message.GetMessage().Object().Get(), held.Object().Get());
-    EXPECT_FALSE(message.GetVariableList());
-  }
-}
-
 TEST_F(MessagePackageTest, SetMessageDescribesThePackageItself) {
-  Bind();
   ASSERT_TRUE(message.SetMessage(Record({{L"FMessage", L"单号[FBillNo]"}, {L"FOwn", 1}})));
   EXPECT_EQ(Show(message.GetMessage()),
             R"({FMessage: "单号[FBillNo]", FOwn: 1, FMessageDescriptions: "单号[FBillNo]"})");
