@@ -49,12 +49,6 @@ fs::path PutTogether(const fs::path& prelude, const fs::path& script, const fs::
   return made;
 }
 
-// The host inherits it.
-void StartFromSeed(const fs::path& data) {
-  fs::remove_all(data);
-  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", data.c_str());
-}
-
 // Starts the host with its output going into `output`.
 HANDLE Start(const fs::path& script, const fs::path& boxes, const fs::path& answer, HANDLE output, DWORD& id) {
   std::wstring command =
@@ -72,27 +66,16 @@ HANDLE Start(const fs::path& script, const fs::path& boxes, const fs::path& answ
   return started.hProcess;
 }
 
-void Drain(HANDLE pipe, std::string& output) {
-  char buffer[4096];
-  DWORD waiting = 0, got = 0;
-  while (PeekNamedPipe(pipe, nullptr, 0, nullptr, &waiting, nullptr) && waiting &&
-         ReadFile(pipe, buffer, sizeof buffer, &got, nullptr)) {
-    output.append(buffer, got);
-  }
-}
-
 // The host's exit code; its boxes are answered while it runs.
-DWORD Follow(HANDLE host, HANDLE pipe, tavio::test::ForeignBoxes& boxes, std::string& output) {
+DWORD Follow(HANDLE host, tavio::test::ForeignBoxes& boxes) {
   const ULONGLONG start = GetTickCount64();
   while (WaitForSingleObject(host, kPause) == WAIT_TIMEOUT) {
     boxes.AnswerAll();
-    Drain(pipe, output);
     if (GetTickCount64() - start > kTimeLimit) {
-      output += "FAILED: the host did not end in time\n";
+      std::cout << "FAILED: the host did not end in time\n";
       TerminateProcess(host, 1);
     }
   }
-  Drain(pipe, output);
   DWORD code = 1;
   GetExitCodeProcess(host, &code);
   return code;
@@ -100,23 +83,25 @@ DWORD Follow(HANDLE host, HANDLE pipe, tavio::test::ForeignBoxes& boxes, std::st
 
 int Run(const fs::path& prelude, const fs::path& script, const fs::path& folder) {
   const fs::path made = PutTogether(prelude, script, folder);
-  const fs::path log = fs::path(made).concat(L".boxes"), answer = fs::path(made).concat(L".answer");
-  fs::remove(log);
-  fs::remove(answer);
-  StartFromSeed(fs::path(made).concat(L".data"));
+  const fs::path log = fs::path(made).concat(L".boxes"), answer = fs::path(made).concat(L".answer"),
+                 output = fs::path(made).concat(L".output");
+  const fs::path data = fs::path(made).concat(L".data");
+  for (const auto& earlier : {log, answer, data}) fs::remove_all(earlier);
+  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", data.c_str());  // the host inherits it
 
   SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
-  Handle readEnd, writeEnd, host;
-  if (!CreatePipe(&readEnd.handle, &writeEnd.handle, &inherited, 0)) return 1;
+  Handle writeEnd, host;
+  writeEnd.handle = CreateFileW(output.c_str(), GENERIC_WRITE, FILE_SHARE_READ, &inherited, CREATE_ALWAYS,
+                                FILE_ATTRIBUTE_NORMAL, nullptr);
   DWORD id = 0;
   host.handle = Start(made, log, answer, writeEnd.handle, id);
   if (!host.handle) return std::cout << "FAILED: the script host cannot be started\n", 1;
 
-  std::string output;
   tavio::test::ForeignBoxes boxes(id, log, answer);
-  const DWORD code = Follow(host.handle, readEnd.handle, boxes, output);
-  std::cout << Recoded(output, CP_ACP, CP_UTF8);
-  if (output.ends_with("finished\r\n")) return static_cast<int>(code);
+  const DWORD code = Follow(host.handle, boxes);
+  const std::string said = Contents(output);
+  std::cout << Recoded(said, CP_ACP, CP_UTF8);
+  if (said.ends_with("finished\r\n")) return static_cast<int>(code);
   return std::cout << "FAILED: the script stopped behind the line above\n", 1;
 }
 

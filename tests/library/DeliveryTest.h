@@ -37,7 +37,7 @@ class DeliveryTest : public LibraryTest {
                                Record({{L"FUserID", 2}, {L"Email", L"bob@x.com"}, {L"Mobile", L"13800000002"}})});
     message.ClassTypeID(5);
     message.ClassType(Record({{L"FName_CHS", L"采购申请"}, {L"FName_ENU", L"Requisition"}}));
-    message.TableInfo(tableInfo);
+    message.TableInfo(Record({}));
     message.AddVariable(Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}}));
     message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", Record({{L"FBillNo", L"CG001"}})}}));
     message.SetMessage(package);
@@ -48,15 +48,7 @@ class DeliveryTest : public LibraryTest {
     return Record({{L"1", Record({{L"FUserID", 1}})}, {L"2", Record({{L"FUserID", 2}})}});
   }
 
-  // Replaces a list of the package; an empty value removes it.
-  void Recipients(const wchar_t* list, const Item& recipients) {
-    const Key key{TextView(list)};
-    package.Remove(key);
-    if (!recipients.value.IsEmpty()) package.Set(key, recipients.value);
-  }
-
   std::optional<FakeUsers> users;
-  Dictionary tableInfo = Record({});
   Dictionary package = Record({{L"FTitle", L"单据 [FBillNo]"},
                                {L"FMessage", L"单号 [FBillNo]\r\n请处理"},
                                {L"MessageUsers", TwoUsers()},

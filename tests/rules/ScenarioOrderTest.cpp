@@ -10,45 +10,6 @@ namespace {
 
 using Masks = std::vector<std::int32_t>;
 
-struct Listed {
-  Masks masks;   // in the order of the list
-  Masks levels;  // beside them
-};
-
-Listed List(const Masks& masks) {
-  const auto order = OrderScenarios(ScenarioParents(masks));
-  Listed listed;
-  for (const auto scenario : order.sequence) {
-    listed.masks.push_back(masks[scenario]);
-    listed.levels.push_back(order.levels[scenario]);
-  }
-  return listed;
-}
-
-TEST(ScenarioOrder, ListsSmallTrees) {
-  const struct {
-    const char* what;
-    Masks set, listed, levels;
-  } cases[] = {
-      {"no scenario", {}, {}, {}},
-      {"a tree, root last: the sibling that moved up is placed later, so before",
-       {1, 2, 3, 7},
-       {7, 3, 2, 1},
-       {0, 1, 2, 2}},
-      {"siblings of one pass", {7, 64, 1, 128, 2, 256, 4}, {7, 4, 2, 1, 64, 256, 128}, {0, 1, 1, 1, 0, 0, 0}},
-      {"no shared bit: roots, every second one skipped", {1, 2, 4, 8}, {1, 4, 2, 8}, {0, 0, 0, 0}},
-      {"zero is a root and nobody's parent", {0, 1}, {0, 1}, {0, 0}},
-      {"a negative mask is smaller than those it shares bits with", {-1, 5, 4}, {5, 4, -1}, {0, 1, 2}},
-      {"negative masks share their sign", {-8, -2}, {-2, -8}, {0, 1}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.what);
-    const auto listed = List(c.set);
-    EXPECT_EQ(listed.masks, c.listed);
-    EXPECT_EQ(listed.levels, c.levels);
-  }
-}
-
 // Distinct masks in random order, zero and negative ones too; the narrower they are, the deeper their trees.
 Masks RandomSet(std::mt19937& random) {
   const auto narrowed = random() % 32;
@@ -70,23 +31,6 @@ TEST(ScenarioOrder, EqualsThePassesAsWritten) {
     const auto written = WrittenOrder(parents);
     ASSERT_EQ(order.sequence, written.sequence) << ::testing::PrintToString(masks);
     ASSERT_EQ(order.levels, written.levels) << ::testing::PrintToString(masks);
-  }
-}
-
-TEST(ScenarioOrder, LeavesARingAtTheEnd) {
-  const auto order = OrderScenarios(std::vector<ScenarioIndex>{1, 0, kNoScenario});
-  EXPECT_EQ(order.sequence, (std::vector<ScenarioIndex>{2, 0, 1}));
-  EXPECT_EQ(order.levels, (Masks{kNoLevel, kNoLevel, 0}));
-}
-
-// Every pass places one scenario only, so there are as many passes as scenarios.
-TEST(ScenarioOrder, ListsTheLongestChain) {
-  Masks masks;
-  for (std::int32_t i = 0; i < 32767; ++i) masks.push_back(2 * i + 1);
-  const auto listed = List(masks);
-  for (std::size_t i = 0; i < masks.size(); ++i) {
-    ASSERT_EQ(listed.masks[i], masks[masks.size() - 1 - i]);
-    ASSERT_EQ(listed.levels[i], static_cast<std::int32_t>(i));
   }
 }
 

@@ -16,7 +16,6 @@ BoxWatcher* watcher = nullptr;
 
 const std::pair<UINT, std::vector<int>> kChoices[] = {
     {MB_OK, {IDOK}},
-    {MB_OKCANCEL, {IDOK, IDCANCEL}},
     {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}},
     {MB_YESNO, {IDYES, IDNO}},
 };

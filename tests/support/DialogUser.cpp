@@ -53,15 +53,6 @@ void RecipientWindow::Send(UINT message, WPARAM key, LPARAM details) const {
   if (!IsDialogMessageW(dialog_, &sent)) DispatchMessageW(&sent);
 }
 
-void RecipientWindow::Click(int row) const {
-  constexpr int kInside = 4;
-  RECT bounds = {LVIR_BOUNDS, 0, 0, 0};
-  SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&bounds));
-  const LPARAM place = MAKELPARAM(bounds.left + kInside, bounds.top + kInside);
-  PostMessageW(List(), WM_LBUTTONUP, 0, place);
-  SendMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON, place);
-}
-
 DialogUser::DialogUser(Actions actions)
     : hook_(SetWindowsHookExW(WH_CALLWNDPROCRET, &OnHook, nullptr, GetCurrentThreadId())),
       actions_(std::move(actions)) {

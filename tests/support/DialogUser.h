@@ -24,9 +24,6 @@ class RecipientWindow {
   // A key, and Alt and a letter, that go to the control with the focus.
   void Press(UINT key) const { Send(WM_KEYDOWN, key, 1); }
   void PressAlt(wchar_t letter) const { Send(WM_SYSCHAR, letter, 1 << 29); }
-  void Type(wchar_t letter) const { SendMessageW(GetFocus(), WM_CHAR, letter, 1); }
-  // On the check box of a row.
-  void Click(int row) const;
   void ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
 
  private:

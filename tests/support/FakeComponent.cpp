@@ -58,11 +58,9 @@ class FakeInstance final : public LateBound {
         const auto method = known.read;  // which may replace itself
         return method(arguments);
       };
-      if (!known.assign) {
-        Add(name.c_str(), read);
-        continue;
-      }
-      Add(name.c_str(), read, [&known](Arguments& arguments) { return known.assign(arguments); });
+      FakeObject::Method assign;
+      if (known.assign) assign = [&known](Arguments& arguments) { return known.assign(arguments); };
+      Add(name.c_str(), read, assign);
     }
     ++kind_->created;
     ++kind_->living;
