@@ -99,6 +99,27 @@ TEST_F(BillActionsTest, SaveThatFailsKeepsThePackages) {
   EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Save 操作集合保存 0");
 }
 
+TEST_F(BillActionsTest, SaveReportsAFailedReloadOnceMore) {
+  classInfo->On(L"GetBillActions", Failing(L"断开"));
+  EXPECT_FALSE(actions.Save());
+  EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : Initialize", L"断开"), Report(L" : Save", L"断开")}));
+}
+
+TEST_F(BillActionsTest, QueriesReportUnderTheirOwnLabels) {
+  const auto tooMany = Dictionary::New();
+  for (std::int32_t i = 1; i <= 32768; ++i) tooMany.Set(Key(i), Record({{L"FCode", L"a"}}));
+  const struct {
+    Dictionary held;
+    const wchar_t* description;
+  } cases[] = {{Record({{L"a", Record({})}}), L"数据包缺少字段 FCode"}, {tooMany, L"溢出"}};
+  for (const auto& c : cases) {
+    actions.SetBillActions(c.held);
+    EXPECT_FALSE(actions.Item(L"a"));
+    EXPECT_FALSE(actions.LookUp(L"a"));
+    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : Item ", c.description), Report(L" : Lookup ", c.description)}));
+  }
+}
+
 TEST_F(BillActionsTest, QueriesFindByTheActionsOwnCode) {
   const auto save = Record({{L"FCode", L"Save"}, {L"FEnvironment", 3}, {L"FStatus", 4}});
   const auto check = Record({{L"FCode", L"Check"}, {L"FEnvironment", 4}});

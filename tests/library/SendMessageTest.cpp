@@ -88,6 +88,15 @@ TEST_F(SendMessageTest, CommandTakesTheMessageInBytes) {
   EXPECT_EQ(log->entries.back(), "end " + label + " 1");
 }
 
+TEST_F(SendMessageTest, TitleAndCommandTextAreShaped) {
+  message.ClassTypeID(1003000);
+  Take(L"", (L"a\r\nb" + Text(60, L'长')).c_str(), Users({3}));
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(title, L"a\x14\nb" + Text(46, L'长')) << "control character 20 for the carriage return, and 50 in all";
+  EXPECT_EQ(content, "\r");
+  EXPECT_EQ(rest, R"(["Provider=x;Server=y", 0, 16394, 0s, 1s, "FUNCID:63510509|FFlag:1|FInterID:0"])");
+}
+
 TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
   const auto bill = [](const Item& held) { return Record({{L"Page1", Record({{L"FBiller", held}})}}); };
   auto info = Record({{L"FBiller", Record({{L"FKey", L"FBiller"}, {L"FNeedSave", 1}, {L"FLookUpType", 7}})},
@@ -129,12 +138,15 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
 
 TEST_F(SendMessageTest, FailuresAreReported) {
   const auto nameless = Record({{L"3", 1}, {L"张三", 1}});
+  const auto tooMany = Dictionary::New();
+  for (std::int32_t id = 1; id <= 32768; ++id) tooMany.Set(Key(id), Value(id));
   const Text usual = props->props;
   const struct {
     std::function<void()> prepare;
     Boxes boxes;
   } cases[] = {
       {[&] { Take(L"a", L"b", nameless); }, {Report(L"类型不匹配")}},
+      {[&] { Take(L"a", L"b", tooMany); }, {Report(L"溢出")}},
       {[&] { props->props = L"ConnectString=x;"; }, {Report(L"缺少共享属性 UserID")}},
       {[&] { command->On(L"SendMessage", Failing(L"断开")); }, {Report(L"断开")}},
       {[&] { command.reset(); }, {Report(L"不能创建组件 TavioAppCommand.Command")}},
