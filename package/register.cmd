@@ -21,7 +21,8 @@ goto argument
 
 :go
 cd /d "%~dp0"
-regsvr32 /s %how% Vexo10.dll || echo The containers of another maker are installed; they are used.
+regsvr32 /s %how% Vexo10.dll
+if errorlevel 1 echo The containers of another maker are installed; they are used.
 if not defined platform goto library
 regsvr32 /s %how% DevPlatform.dll
 if errorlevel 1 (
