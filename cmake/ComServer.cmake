@@ -4,12 +4,13 @@ set(TAVIO_WINE_INCLUDE /usr/include/wine/wine/windows CACHE PATH "Folder of oaid
 set(TAVIO_WINE_TYPELIBS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH "Folder of stdole2.tlb")
 
 # tavio_idl(<name> <file.idl>): an interface library <name> with <file>.h and <file>.tlb.
-# The compiler's output declares reserved names (_Message) and unused statics, so its folder is a system one.
+# The compiler's output declares reserved names (_Message) and unused statics, so its folder is a system one. It also
+# carries the source's path and the time, which are kept the same in every build.
 function(tavio_idl name idl)
   get_filename_component(stem ${idl} NAME_WE)
   set(out ${CMAKE_BINARY_DIR}/idl)
   file(MAKE_DIRECTORY ${out})
-  set(source ${CMAKE_CURRENT_SOURCE_DIR}/${idl})
+  set(widl ${CMAKE_COMMAND} -E env WIDL_TIME_OVERRIDE=0 ${TAVIO_WIDL})
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)
     set(bits --win32)
   else()
@@ -17,9 +18,10 @@ function(tavio_idl name idl)
   endif()
   add_custom_command(
     OUTPUT ${out}/${stem}.h ${out}/${stem}.tlb
-    COMMAND ${TAVIO_WIDL} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${out}/${stem}.h ${source}
-    COMMAND ${TAVIO_WIDL} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${out}/${stem}.tlb ${source}
-    DEPENDS ${source}
+    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${out}/${stem}.h ${idl}
+    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${out}/${stem}.tlb ${idl}
+    DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
+    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
     COMMENT "widl ${idl}")
   add_custom_target(${name}_files DEPENDS ${out}/${stem}.h ${out}/${stem}.tlb)
   add_library(${name} INTERFACE)

@@ -1,0 +1,11 @@
+# SHA256SUMS: a line for every file of the package, in the form of sha256sum, which also checks it ("sha256sum -c").
+set(root $ENV{DESTDIR}${CMAKE_INSTALL_PREFIX})
+file(REMOVE ${root}/SHA256SUMS)
+file(GLOB_RECURSE files LIST_DIRECTORIES false RELATIVE ${root} ${root}/*)
+list(SORT files)
+set(lines "")
+foreach(file IN LISTS files)
+  file(SHA256 ${root}/${file} sum)
+  string(APPEND lines "${sum}  ${file}\n")
+endforeach()
+file(WRITE ${root}/SHA256SUMS "${lines}")

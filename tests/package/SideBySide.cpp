@@ -1,0 +1,55 @@
+// SideBySide <folder of the package>: creates the classes through the manifests, where nothing is registered.
+
+#include <windows.h>
+
+#include <filesystem>
+#include <iostream>
+#include <iterator>
+
+#include "foundation/Component.h"
+
+namespace {
+
+constexpr const wchar_t* kClasses[] = {L"TavioClassBillAction.BillActions",
+                                       L"TavioClassBillAction.PredefineActions",
+                                       L"TavioClassBillAction.BillEnvironments",
+                                       L"TavioClassBillAction.Message",
+                                       L"Vexo.Dictionary",
+                                       L"Vexo.Vector",
+                                       L"TavioMClass.ClassInfo"};
+
+int Created() {
+  int created = 0;
+  for (const auto* name : kClasses) {
+    try {
+      tavio::Component::Create(name);
+      ++created;
+    } catch (...) {
+    }
+  }
+  return created;
+}
+
+bool Activate(const std::filesystem::path& folder) {
+  const std::filesystem::path manifest = folder / L"Host.exe.manifest";
+  ACTCTXW wanted = {};
+  wanted.cbSize = sizeof wanted;
+  wanted.dwFlags = ACTCTX_FLAG_ASSEMBLY_DIRECTORY_VALID;
+  wanted.lpSource = manifest.c_str();
+  wanted.lpAssemblyDirectory = folder.c_str();
+  const HANDLE context = CreateActCtxW(&wanted);
+  ULONG_PTR cookie = 0;
+  return context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie);
+}
+
+}  // namespace
+
+int wmain(int argc, wchar_t** argv) {
+  if (argc != 2) return 2;
+  CoInitialize(nullptr);
+  if (Created() != 0) return std::cout << "FAILED: something is registered\n", 1;
+  if (!Activate(std::filesystem::canonical(argv[1]))) return std::cout << "FAILED: no context\n", 1;
+  const int created = Created();
+  std::cout << (created == static_cast<int>(std::size(kClasses)) ? "finished\n" : "FAILED: not all were created\n");
+  return 0;
+}
