@@ -65,6 +65,24 @@ TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
   EXPECT_EQ(users.Count(), 3) << "the stored list";
 }
 
+TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {
+  const Text title(300, L'长');
+  users.Set(Key(4), Record({{L"FUserID", 4}, {L"FName", L"李娜 \U0001F600"}}));
+  users.Set(Key(5), Record({{L"FUserID", 5}, {L"FName", L"محمد علي"}}));
+  for (std::int32_t id = 6; id <= 1000; ++id) users.Set(Key(id), Record({{L"FUserID", id}, {L"FName", L"用户"}}));
+  const auto actions = [&](const RecipientWindow& window) {
+    EXPECT_EQ(window.Caption(), Utf8(L"消息接收用户 - " + title));
+    const auto rows = window.Rows();
+    EXPECT_EQ(rows.size(), 1000u);
+    EXPECT_EQ(rows[3], "[x] 李娜 \xF0\x9F\x98\x80");
+    EXPECT_EQ(rows[4], "[x] محمد علي");
+    for (const UINT key : {VK_END, VK_SPACE, VK_RETURN}) window.Press(key);
+  };
+  EXPECT_TRUE(Send(actions, title));
+  EXPECT_EQ(receivers.size(), 999u);
+  EXPECT_EQ(receivers.back(), 999);
+}
+
 TEST_F(RecipientDialogTest, EveryWayOutIsAnAnswer) {
   const auto pressing = [](std::vector<UINT> keys) {
     return [keys](const RecipientWindow& window) {

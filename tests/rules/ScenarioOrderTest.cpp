@@ -21,17 +21,25 @@ Masks RandomSet(std::mt19937& random) {
   return masks;
 }
 
+void ExpectThePassesAsWritten(const Masks& masks) {
+  const auto parents = ScenarioParents(masks);
+  ASSERT_EQ(parents, WrittenParents(masks)) << ::testing::PrintToString(masks);
+  const auto order = OrderScenarios(parents);
+  const auto written = WrittenOrder(parents);
+  ASSERT_EQ(order.sequence, written.sequence) << ::testing::PrintToString(masks);
+  ASSERT_EQ(order.levels, written.levels) << ::testing::PrintToString(masks);
+}
+
 TEST(ScenarioOrder, EqualsThePassesAsWritten) {
   std::mt19937 random(20240229);
-  for (int run = 0; run < 3000; ++run) {
-    const auto masks = RandomSet(random);
-    const auto parents = ScenarioParents(masks);
-    ASSERT_EQ(parents, WrittenParents(masks)) << ::testing::PrintToString(masks);
-    const auto order = OrderScenarios(parents);
-    const auto written = WrittenOrder(parents);
-    ASSERT_EQ(order.sequence, written.sequence) << ::testing::PrintToString(masks);
-    ASSERT_EQ(order.levels, written.levels) << ::testing::PrintToString(masks);
-  }
+  for (int run = 0; run < 3000; ++run) ExpectThePassesAsWritten(RandomSet(random));
+}
+
+TEST(ScenarioOrder, ChainsNeedAPassForEveryFewScenarios) {
+  Masks rising;
+  for (std::int32_t mask = 0; mask < 300; ++mask) rising.push_back(mask | 1 << 30);
+  ExpectThePassesAsWritten(rising);
+  ExpectThePassesAsWritten(Masks(rising.rbegin(), rising.rend()));
 }
 
 }  // namespace
