@@ -18,7 +18,8 @@ std::int32_t NumberAt(const Dictionary& record, const Key& key) {
 }
 
 void CopyWherePresent(const Dictionary& from, const Key& key, const Dictionary& to) {
-  if (from.Lookup(key)) to.Set(key, *from.Get(key));
+  const auto held = from.GetValue(key);
+  if (!held->IsEmpty()) to.Set(key, *held);
 }
 
 // The masks that an action may not be given: those of the catalogue, of the database, and of the same save.
