@@ -24,10 +24,13 @@ TEST_F(ServerTest, MembersKeepTheirIdentifiersAndOrder) {
   };
   for (const auto& [iid, expected] : interfaces) {
     std::string members;
+    std::size_t place = 7;  // behind the methods of IDispatch
     ForEachMember(iid, [&](ITypeInfo* info, const FUNCDESC& function) {
       BString name;
       info->GetDocumentation(function.memid, name.Receive(), nullptr, nullptr, nullptr);
       members += std::to_string(function.memid) + " " + Utf8(name.View()) + ", ";
+      EXPECT_EQ(function.callconv, CC_STDCALL);
+      EXPECT_EQ(static_cast<std::size_t>(function.oVft), place++ * sizeof(void*));
     });
     EXPECT_EQ(members, expected);
   }
