@@ -48,7 +48,7 @@ class ToCaptions {
 class ToValues {
  public:
   ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {
-    groupOnly_ = group_ && group_.GetValue(L"FCode"_key)->EqualsText(L"mnuEditUse");
+    groupOnly_ = group_ && group_.GetValue(L"FCode"_key)->OrEmpty().EqualsText(L"mnuEditUse");
   }
 
   void operator()(TextView name, Text& result) {
@@ -85,7 +85,7 @@ class ToNames {
       const auto entry = variables.At(i);
       const Dictionary variable(*entry.value);
       const auto caption = variable.GetValue(L"FCaption"_key);
-      if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->ToText()), entry.KeyView());
+      if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->OrEmpty().ToText()), entry.KeyView());
     }
   }
 
