@@ -19,11 +19,11 @@ function(tavio_idl name idl)
   endif()
   add_custom_command(
     OUTPUT ${out}/${stem}.h ${out}/${stem}.tlb
-    COMMAND iconv -f UTF-8 -t GBK -o ${out}/${stem}.idl ${idl}
-    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${out}/${stem}.h ${out}/${stem}.idl
-    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${out}/${stem}.tlb ${out}/${stem}.idl
+    COMMAND iconv -f UTF-8 -t GBK -o ${stem}.idl ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
+    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${stem}.h ${stem}.idl
+    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${stem}.tlb ${stem}.idl
     DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
-    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+    WORKING_DIRECTORY ${out}
     COMMENT "widl ${idl}")
   add_custom_target(${name}_files DEPENDS ${out}/${stem}.h ${out}/${stem}.tlb)
   add_library(${name} INTERFACE)
