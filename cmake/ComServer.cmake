@@ -46,6 +46,7 @@ function(tavio_server target)
   add_library(${target} SHARED ${ARG_SOURCES}
     ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc ${CMAKE_SOURCE_DIR}/src/com/exports.def)
   set_target_properties(${target} PROPERTIES PREFIX "")
+  tavio_precompiled(${target})
   target_link_libraries(${target} PRIVATE comserver)
   if(MINGW)
     # The exports carry plain names on x86 too, where the functions themselves are decorated.

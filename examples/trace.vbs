@@ -2,85 +2,67 @@
 ' The rows come from the development platform's log, those of the process that logged last.
 Option Explicit
 
-Dim wanted, props, info, entries
-wanted = 1
-If WScript.Arguments.Count > 0 Then wanted = CLng(WScript.Arguments(0))
+Class Entry
+  Public Label
+  Public Begun
+  Public Ended
+  Public Outcome
+  Public Parent
+  Public Level
+End Class
+
+Dim props, info, rows, wanted
 props = CreateObject("TavioSharedProps.PropStore").GetProperty(0, "PropsString")
 Set info = CreateObject("TavioMClass.ClassInfo")
-Set entries = info.GetData(props, "SELECT FLabel, FBegin, FEnd, FOutcome FROM t_Log" & _
-  " WHERE FProcessID = (SELECT FProcessID FROM t_Log ORDER BY FID DESC LIMIT 1) ORDER BY FID")
+Set rows = info.GetData(props, "SELECT FLabel, FBegin, FEnd, FOutcome FROM t_Log WHERE FProcessID =" & _
+  " (SELECT FProcessID FROM t_Log WHERE FID = (SELECT MAX(FID) FROM t_Log)) ORDER BY FID")
+wanted = 1
+If WScript.Arguments.Count > 0 Then wanted = CLng(WScript.Arguments(0))
 
-Dim count, i
-count = entries.RecordCount
-Dim labels, begins, ends, outcomes, levels
-Set labels = CreateObject("Scripting.Dictionary")
-Set begins = CreateObject("Scripting.Dictionary")
-Set ends = CreateObject("Scripting.Dictionary")
-Set outcomes = CreateObject("Scripting.Dictionary")
-Set levels = CreateObject("Scripting.Dictionary")
-For i = 0 To count - 1
-  labels(i) = entries("FLabel").Value
-  begins(i) = entries("FBegin").Value
-  ends(i) = entries("FEnd").Value
-  outcomes(i) = entries("FOutcome").Value
-  entries.MoveNext
+' An entry stands inside the innermost one that had not ended when it began. Some operations log their end as one more
+' begin: it is no entry of its own.
+Dim entries, innermost, one, tops
+Set entries = CreateObject("Scripting.Dictionary")
+Set innermost = New Entry
+innermost.Ended = Null
+Do Until rows.EOF
+  Do While innermost.Ended <= rows("FBegin").Value
+    Set innermost = innermost.Parent
+  Loop
+  If IsNull(rows("FEnd").Value) And IsNull(innermost.Ended) And innermost.Label = rows("FLabel").Value Then
+    innermost.Ended = rows("FBegin").Value
+  Else
+    AddEntry
+  End If
+  rows.MoveNext
+Loop
+
+' The last operations are those outside all others, with everything inside them.
+For Each one In entries.Items
+  If one.Level = 1 Then tops = tops - 1
+  If tops < wanted Then WScript.Echo Duration(one) & Space(2 * one.Level) & one.Label & Result(one)
 Next
-PairBegins
-PrintFrom FindLevels
 WScript.Echo "Done."
 
-' Some operations log their end as one more begin: it becomes the first one's end, and no entry of its own.
-Sub PairBegins
-  Dim i, j
-  For i = 0 To count - 1
-    For j = i + 1 To count - 1
-      If Not IsNull(ends(i)) Or labels(i) = "" Then Exit For
-      If IsNull(ends(j)) And labels(j) = labels(i) Then
-        ends(i) = begins(j)
-        labels(j) = ""
-      End If
-    Next
-  Next
+Sub AddEntry
+  Set one = New Entry
+  one.Label = rows("FLabel").Value
+  one.Begun = rows("FBegin").Value
+  one.Ended = rows("FEnd").Value
+  one.Outcome = rows("FOutcome").Value
+  one.Level = innermost.Level + 1
+  Set one.Parent = innermost
+  Set innermost = one
+  If one.Level = 1 Then tops = tops + 1
+  entries.Add entries.Count, one
 End Sub
 
-' An entry stands inside those that had not ended when it began. Answers where the wanted operations begin.
-Function FindLevels
-  Dim i, open, top, tops
-  top = 0
-  Set open = CreateObject("Scripting.Dictionary")
-  Set tops = CreateObject("Scripting.Dictionary")
-  For i = 0 To count - 1
-    If labels(i) <> "" Then
-      Do While top > 0
-        If Not IsNull(ends(open(top))) Then
-          If ends(open(top)) > begins(i) Then Exit Do
-        End If
-        top = top - 1
-      Loop
-      levels(i) = top
-      If top = 0 Then tops.Add tops.Count, i
-      top = top + 1
-      open(top) = i
-    End If
-  Next
-  FindLevels = count
-  If tops.Count > 0 Then FindLevels = tops(0)
-  If tops.Count > wanted Then FindLevels = tops(tops.Count - wanted)
-End Function
-
-Sub PrintFrom(first)
-  Dim i
-  For i = first To count - 1
-    If labels(i) <> "" Then WScript.Echo Duration(i) & "  " & Space(2 * levels(i)) & labels(i) & Outcome(i)
-  Next
-End Sub
-
-Function Duration(i)
+Function Duration(one)
   Duration = "not ended"
-  If Not IsNull(ends(i)) Then Duration = CStr(ends(i) - begins(i)) & " ms"
-  If Len(Duration) < 9 Then Duration = Space(9 - Len(Duration)) & Duration
+  If Not IsNull(one.Ended) Then Duration = FormatNumber((one.Ended - one.Begun) / 1000, 2) & " ms"
+  If Len(Duration) < 12 Then Duration = Space(12 - Len(Duration)) & Duration
 End Function
 
-Function Outcome(i)
-  If Not IsNull(outcomes(i)) Then Outcome = "  (outcome " & outcomes(i) & ")"
+Function Result(one)
+  If Not IsNull(one.Outcome) Then Result = "  (outcome " & one.Outcome & ")"
 End Function

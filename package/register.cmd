@@ -21,16 +21,19 @@ goto argument
 
 :go
 cd /d "%~dp0"
-regsvr32 /s %how% Vexo10.dll
+rem On a 64-bit Windows the 32-bit tool has a folder of its own.
+set tool=regsvr32
+if exist "%SystemRoot%\@TAVIO_SYSTEM_FOLDER@\regsvr32.exe" set tool="%SystemRoot%\@TAVIO_SYSTEM_FOLDER@\regsvr32.exe"
+%tool% /s %how% Vexo10.dll
 if errorlevel 1 echo The containers of another maker are installed; they are used.
 if not defined platform goto library
-regsvr32 /s %how% DevPlatform.dll
+%tool% /s %how% DevPlatform.dll
 if errorlevel 1 (
   echo The development platform was not registered: components of the real one are installed.
   exit /b 1
 )
 :library
-regsvr32 /s %how% TavioClassBillAction.dll
+%tool% /s %how% TavioClassBillAction.dll
 if errorlevel 1 (
   echo TavioClassBillAction.dll was not registered.
   exit /b 1

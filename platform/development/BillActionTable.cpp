@@ -58,14 +58,15 @@ void BillActionTable::Plan::Take(const Json& action) {
 }
 
 Dictionary BillActionTable::Load() {
-  const Rows versions =
-      database_.Query(L"SELECT FVersion FROM t_BillActionVersion WHERE FClassTypeID = ?", classTypeId_);
-  const Rows rows =
-      database_.Query(L"SELECT FCode, FPackage FROM t_BillAction WHERE FClassTypeID = ? ORDER BY FIndex", classTypeId_);
+  // One statement: a save of another process between two would mix its actions with the version before it.
+  const Rows rows = database_.Query(
+      L"SELECT a.FCode, a.FPackage, v.FVersion FROM t_BillAction a "
+      L"INNER JOIN t_BillActionVersion v ON v.FClassTypeID = a.FClassTypeID WHERE a.FClassTypeID = ? ORDER BY a.FIndex",
+      classTypeId_);
   const Dictionary actions = Dictionary::New();
   for (const auto& row : rows.cells) {
     const Dictionary action(FromJson(FromColumn(row[1])));
-    action.Set(L"FVersion"_key, versions.cells.at(0)[0]);
+    action.Set(L"FVersion"_key, row[2]);
     actions.Set(Key(row[0].ToText()), action);
   }
   return actions;
@@ -88,6 +89,7 @@ void BillActionTable::RaiseVersion(std::int32_t from) {
       from);
   if (raised > 0) return;
   if (from) Refuse(L"该业务对象的操作已被其他用户修改,请重新加载后再保存");
+  ReserveIds(database_, L"BillAction", 0);  // first saves one after another: the later one waits here, and then sees it
   const auto begun = database_.Execute(
       L"INSERT INTO t_BillActionVersion (FClassTypeID, FVersion) SELECT ?, 1 "
       L"WHERE NOT EXISTS (SELECT 1 FROM t_BillActionVersion WHERE FClassTypeID = ?)",

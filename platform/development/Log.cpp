@@ -6,9 +6,9 @@ namespace tavio::development {
 namespace {
 
 // A double holds every such number exactly, and every driver takes one.
-double Milliseconds() {
+double Microseconds() {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
-  return static_cast<double>(std::chrono::duration_cast<std::chrono::milliseconds>(now).count());
+  return static_cast<double>(std::chrono::duration_cast<std::chrono::microseconds>(now).count());
 }
 
 }  // namespace
@@ -32,13 +32,13 @@ std::int32_t Log::LogStart(const Text& label) {
   const std::int32_t handle = ReserveIds(Store(), L"Log");
   const auto process = static_cast<std::int32_t>(GetCurrentProcessId());
   Store().Execute(L"INSERT INTO t_Log (FID, FProcessID, FLabel, FBegin) VALUES (?, ?, ?, ?)", handle, process, label,
-                  Milliseconds());
+                  Microseconds());
   transaction.Commit();
   return handle;
 }
 
 void Log::LogEnd(std::int32_t handle, std::int32_t outcome) {
-  Store().Execute(L"UPDATE t_Log SET FEnd = ?, FOutcome = ? WHERE FID = ?", Milliseconds(), outcome, handle);
+  Store().Execute(L"UPDATE t_Log SET FEnd = ?, FOutcome = ? WHERE FID = ?", Microseconds(), outcome, handle);
 }
 
 }  // namespace tavio::development

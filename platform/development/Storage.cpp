@@ -19,26 +19,26 @@ Text Environment(const wchar_t* name) {
   return value;
 }
 
-// The drivers of Wine are those of the system below it, which knows no drive letters.
-Text AsDriverPath(const Text& path) {
+// The drivers of Wine are those of the system below it, which knows no drive letters, and names them in its own way.
+Text SqliteConnection(const Text& path) {
   using UnixName = char*(__cdecl*)(const wchar_t*);
   const auto unixName = reinterpret_cast<UnixName>(
       reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"kernel32.dll"), "wine_get_unix_file_name")));
   char* name = unixName ? unixName(path.c_str()) : nullptr;
-  if (!name) return path;
+  if (!name) return L"DRIVER=SQLite3 ODBC Driver;Database=" + path;
   const int size = MultiByteToWideChar(CP_UTF8, 0, name, -1, nullptr, 0);
   Text text(static_cast<std::size_t>(size), L'\0');
   MultiByteToWideChar(CP_UTF8, 0, name, -1, text.data(), size);
   text.resize(text.size() - 1);
   HeapFree(GetProcessHeap(), 0, name);
-  return text;
+  return L"DRIVER=SQLite3;Database=" + text;
 }
 
 Text ConnectionText() {
   const Text chosen = Environment(L"TAVIO_DEV_DATABASE");
   if (!chosen.empty()) return chosen;
   // Nothing here needs to survive a failure of the power supply, and every operation of a host writes log entries.
-  return L"DRIVER=SQLite3;Timeout=20000;SyncPragma=OFF;Database=" + AsDriverPath(StorageFolder() + L"platform.db");
+  return SqliteConnection(StorageFolder() + L"platform.db") + L";Timeout=20000;SyncPragma=OFF";
 }
 
 std::shared_ptr<Database> Connect() {

@@ -55,6 +55,11 @@ bool BillActions::Accept(const Dictionary& action) const {
   return false;
 }
 
+// A search that fails is reported as LookUp's, and finds nothing.
+std::optional<BillActions::Found> BillActions::FindReported(TextView code) const {
+  return LookUp(code) ? Find(code) : std::nullopt;
+}
+
 // The copy that is stored as a new action, unless a stored one lends it its identity.
 Dictionary BillActions::Prepare(const Dictionary& action) {
   auto copy = action.Clone();
@@ -84,8 +89,9 @@ bool BillActions::AddNew(const Dictionary& action) noexcept {
                            const auto copy = Prepare(action);
                            auto storedCode = CodeText(copy, L"FCode_Old"_key);
                            if (storedCode.empty()) storedCode = CodeText(copy, L"FCode"_key);
-                           if (LookUp(storedCode)) {
-                             Replace(*Find(storedCode), copy);
+                           const auto found = FindReported(storedCode);
+                           if (found) {
+                             Replace(*found, copy);
                            } else {
                              Store(copy);
                            }
@@ -109,7 +115,7 @@ bool BillActions::Update(const Dictionary& action) noexcept {
                            if (!action || !Accept(action)) return;
                            const auto copy = Prepare(action);
                            const auto code = CodeText(copy, L"FCode"_key);
-                           if (LookUp(code)) TakeOverIdentity(Find(code)->action, copy);
+                           if (const auto found = FindReported(code)) TakeOverIdentity(found->action, copy);
                            Store(copy);
                            stored = true;
                          });
@@ -131,7 +137,9 @@ bool BillActions::Remove(TextView code) noexcept {
                          [&](bool& removed) {
                            if (!LookUp(code)) return;
                            if (IsLastLive(code) && !UserAgrees(kAskForLast)) return;
-                           MarkDeleted(Find(code)->action);
+                           const auto found = Find(code);
+                           if (!found) return;  // the host goes on while its user is asked
+                           MarkDeleted(found->action);
                            removed = true;
                          });
 }

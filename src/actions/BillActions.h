@@ -72,6 +72,7 @@ class BillActions {
   void Load();
   std::optional<Error> LoadReported() noexcept;
   std::optional<Found> Find(TextView code) const;
+  std::optional<Found> FindReported(TextView code) const;
   bool Accept(const Dictionary& action) const;
   Dictionary Prepare(const Dictionary& action);
   void Replace(const Found& found, const Dictionary& copy);

@@ -46,8 +46,9 @@ STDMETHODIMP BillActionsShell::LookUp(BSTR code, VARIANT_BOOL* result) {
 STDMETHODIMP BillActionsShell::AddNew(IDispatch** action, VARIANT_BOOL* result) {
   return Give(result, [&] { return actions_.AddNew(AsDictionary(Referenced(action))); });
 }
+// A copy of the code: while the user is asked, the host's variable may be given another text.
 STDMETHODIMP BillActionsShell::Remove(BSTR* code, VARIANT_BOOL* result) {
-  return Give(result, [&] { return actions_.Remove(ViewOf(Referenced(code))); });
+  return Give(result, [&] { return actions_.Remove(Text(ViewOf(Referenced(code)))); });
 }
 STDMETHODIMP BillActionsShell::RemoveAll() {
   return Do([&] { actions_.RemoveAll(); });

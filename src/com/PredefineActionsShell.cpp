@@ -2,8 +2,9 @@
 
 namespace tavio::com {
 
+// Copies of the codes: loading the catalogue may let the host go on meanwhile, and give its variable another text.
 STDMETHODIMP PredefineActionsShell::Item(BSTR code, IDispatch** result) {
-  return Give(result, [&] { return actions_.Item(ViewOf(code)); });
+  return Give(result, [&] { return actions_.Item(Text(ViewOf(code))); });
 }
 STDMETHODIMP PredefineActionsShell::SetList(IDispatch** items, VARIANT_BOOL* result) {
   return Give(result, [&] { return actions_.SetList(Value(ComPtr<IDispatch>(Referenced(items)))); });
@@ -12,7 +13,7 @@ STDMETHODIMP PredefineActionsShell::GetList(IDispatch** result) {
   return Give(result, [&] { return actions_.GetList(); });
 }
 STDMETHODIMP PredefineActionsShell::LookUp(BSTR code, VARIANT_BOOL* result) {
-  return Give(result, [&] { return actions_.LookUp(ViewOf(code)); });
+  return Give(result, [&] { return actions_.LookUp(Text(ViewOf(code))); });
 }
 STDMETHODIMP PredefineActionsShell::GetDefaultActions(LONG billType, IDispatch** result) {
   return Give(result, [&] { return actions_.GetDefaultActions(billType); });

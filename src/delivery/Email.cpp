@@ -70,7 +70,7 @@ bool Message::SendEmail(const Component& dataService) noexcept {
     const auto addresses = AddressesOf(L"EmailUsers"_key, L"Email"_key, L';');
     if (addresses.empty()) return;
     const auto request = MailRequest(addresses);
-    if (message_.GetValue(L"FAccessoryForEmail"_key, Value(false))->ToBool()) {
+    if (message_.GetValue(L"FAccessoryForEmail"_key, Value(false))->OrEmpty().ToBool()) {
       request.Set(L"Addattachment"_key, Value(TextView(PrintBill(dataService))));
     }
     const auto gateway = Gateway();

@@ -40,7 +40,7 @@ Text UsersToTell(Vector candidates) {
   const auto platform = Component::Create(L"TavioMSmsManager.clsBillUseInfo");
   const auto told = platform.Call(L"GetIsUserNeedSend", GetPropsString(), ByRef(candidates), kApprovalNotice);
   ForEachRecord(told, [&](const Dictionary& user) {
-    if (!user.GetValue(L"FIsNeedSend"_key)->ToBool()) return;
+    if (!user.GetValue(L"FIsNeedSend"_key)->OrEmpty().ToBool()) return;
     AppendJoined(users, std::to_wstring(user.GetValue(L"FUserID"_key)->ToInt32()));
   });
   return users;

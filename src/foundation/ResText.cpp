@@ -11,8 +11,10 @@ namespace {
 
 constexpr wchar_t kResourceFile[] = L"TavioDesign";
 
-void AssignWhereDifferent(const Component& loader, const wchar_t* property, const Text& wanted) {
+// A loader that refuses a setting is asked for its texts all the same.
+void AssignWhereDifferent(const Component& loader, const wchar_t* property, const Text& wanted) noexcept try {
   if (loader.Read(property).ToText() != wanted) loader.Assign(property, Value(TextView(wanted)));
+} catch (...) {
 }
 
 // Failures of the lookup have descriptions that are looked up in turn.

@@ -60,6 +60,11 @@ Value Value::CopyOf(const VARIANT& variant) {
   return value;
 }
 
+const Value& Value::OrEmpty() const noexcept {
+  static const Value empty;
+  return variant_.vt == VT_NULL ? empty : *this;
+}
+
 VARIANT Value::Detach() noexcept {
   const VARIANT detached = variant_;
   variant_.vt = VT_EMPTY;

@@ -88,6 +88,9 @@ class Value {
   // An object reference that is set.
   bool HoldsObject() const noexcept { return IsObject() && variant_.punkVal; }
   bool IsText() const noexcept { return variant_.vt == VT_BSTR; }
+  // Itself, or the empty value in place of a database null, which nothing converts from. For fields that may be without
+  // a value.
+  const Value& OrEmpty() const noexcept;
 
   // As the platform's own conversions do it: fractions round to the nearest, ties to even; empty is 0, false and "".
   bool ToBool() const;

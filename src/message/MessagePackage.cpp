@@ -14,6 +14,7 @@ void Message::NewMessage() noexcept {
              .report = L"TavioClassBillAction.Message : NewMessage"},
             [&] {
               RequireTemplate(L"NewMessage");
+              message_ = Dictionary();  // gone too where no new one can be made
               message_ = Dictionary::New();
               message_.Set(L"FID"_key, Value(std::int16_t{0}));
               message_.Set(L"FTitle"_key, Value(L""));

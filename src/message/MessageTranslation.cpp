@@ -25,6 +25,11 @@ void SettleFlags(bool& caption, bool& value, bool& name) {
   if (caption) value = false;
 }
 
+// A field may be there and hold nothing: that is a value too.
+bool Lacks(const Dictionary& record, const Key& key, const Value& stored) {
+  return stored.IsEmpty() && !record.Lookup(key);
+}
+
 class ToCaptions {
  public:
   explicit ToCaptions(const Dictionary& variables) : variables_(variables) {}
@@ -34,7 +39,7 @@ class ToCaptions {
     if (variable->IsEmpty()) return AppendBracketed(name, result);
     const Dictionary entry(*variable);
     const auto caption = entry.GetValue(L"FCaption"_key);
-    if (caption->IsEmpty()) return AppendBracketed(name, result);
+    if (Lacks(entry, L"FCaption"_key, *caption)) return AppendBracketed(name, result);
     result += L'[';
     caption->AppendTo(result);
     result += L']';
@@ -48,7 +53,7 @@ class ToCaptions {
 class ToValues {
  public:
   ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {
-    groupOnly_ = group_ && group_.GetValue(L"FCode"_key)->EqualsText(L"mnuEditUse");
+    groupOnly_ = group_ && group_.GetValue(L"FCode"_key)->OrEmpty().EqualsText(L"mnuEditUse");
   }
 
   void operator()(TextView name, Text& result) {
@@ -65,7 +70,7 @@ class ToValues {
  private:
   static bool AppendStored(const Dictionary& record, const Key& key, Text& result) {
     const auto stored = record.GetValue(key);
-    if (stored->IsEmpty() && !record.Lookup(key)) return false;
+    if (Lacks(record, key, *stored)) return false;
     stored->AppendTo(result);
     return true;
   }
@@ -85,7 +90,7 @@ class ToNames {
       const auto entry = variables.At(i);
       const Dictionary variable(*entry.value);
       const auto caption = variable.GetValue(L"FCaption"_key);
-      if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->ToText()), entry.KeyView());
+      if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->OrEmpty().ToText()), entry.KeyView());
     }
   }
 

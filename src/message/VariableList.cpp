@@ -6,21 +6,21 @@ namespace {
 
 constexpr std::int32_t kLookUpUser = 7;
 
-bool IsStored(const Dictionary& field) { return field.Get(L"FNeedSave"_key)->ToBool(); }
+bool IsStored(const Dictionary& field) { return field.Get(L"FNeedSave"_key)->OrEmpty().ToBool(); }
 
 // 12 is a field that is there for the platform only.
 bool IsVisible(const Dictionary& field) {
-  const auto visible = field.Get(L"FVisible"_key)->ToInt32();
+  const auto visible = field.Get(L"FVisible"_key)->OrEmpty().ToInt32();
   return visible != 0 && visible != 12;
 }
 
-bool HoldsUser(const Dictionary& field) { return field.Get(L"FLookUpType"_key)->ToInt32() == kLookUpUser; }
+bool HoldsUser(const Dictionary& field) { return field.Get(L"FLookUpType"_key)->OrEmpty().ToInt32() == kLookUpUser; }
 
 void AddEntry(const Dictionary& list, const Dictionary& field) {
   const Value name{TextView(field.Get(L"FKey"_key)->ToText())};
   const auto entry = Dictionary::New();
   entry.Set(L"FName"_key, name);
-  entry.Set(L"FCaption"_key, Value(TextView(field.Get(L"FCaption"_key)->ToText())));
+  entry.Set(L"FCaption"_key, Value(TextView(field.Get(L"FCaption"_key)->OrEmpty().ToText())));
   list.Set(KeyOf(name), entry);
 }
 

@@ -8,7 +8,7 @@ namespace {
 // stores. Empty where the record has neither.
 LentValue ShownOf(const Dictionary& record, const Dictionary& field) {
   for (const auto* naming : {L"FDSP", L"FFLD"}) {
-    const auto member = field.GetValue(Key(TextView(naming)))->ToText();
+    const auto member = field.GetValue(Key(TextView(naming)))->OrEmpty().ToText();
     const Key key{TextView(member)};
     if (!member.empty() && record.Lookup(key)) return record.Get(key);
   }
@@ -25,7 +25,7 @@ Dictionary Message::FieldOf(const Key& key) const {
 
 void Message::FillVariable(const Key& name, const Dictionary& variable, const Dictionary& page) const {
   const auto field = FieldOf(name);
-  const bool onHeader = !field || field.GetValue(L"FEntryType"_key, Value(std::int32_t{0}))->ToInt32() == 0;
+  const bool onHeader = !field || field.GetValue(L"FEntryType"_key, Value(std::int32_t{0}))->OrEmpty().ToInt32() == 0;
   if (onHeader && page && page.Lookup(name)) {
     const auto held = page.Get(name);
     if (!held->HoldsObject()) return variable.Set(L"FValue"_key, *held);

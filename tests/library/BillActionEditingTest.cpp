@@ -110,6 +110,19 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
   }
 }
 
+// As a host does whose window goes on while its user is asked.
+TEST_F(BillActionEditingTest, ActionMayVanishWhileItIsRemoved) {
+  const auto held = Record({{L"Save", Record({{L"FCode", L"Save"}})}});
+  ForeignRecord check(Record({{L"FCode", L"Check"}}));
+  check.On(L"GetValue", [&](Arguments&) {
+    held.Remove(L"Save"_key);
+    return Value(0);
+  });
+  held.Set(L"Check"_key, check.Handle());
+  Hold(held);
+  EXPECT_FALSE(actions.Remove(L"Save"));
+}
+
 TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
   const Box question = {kQuestion, L"Morla提示", MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2};
   Hold(Record({{L"a", Record({})}, {L"b", Record({{L"FStatus", 4}})}, {L"c", Record({{L"FStatus", 2}})}, {L"d", 1}}));

@@ -79,6 +79,8 @@ TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
   props->props = L"Language=eng";
   LoadResText(L"a");
   EXPECT_EQ(texts->language, L"CHS") << "the language is read once";
+  texts->On(L"LanguageID", Failing(L"断开"));
+  EXPECT_EQ(LoadResText(L"a"), L"<a>") << "the loader refuses its language";
 }
 
 TEST_F(FoundationTest, PropValueIsFoundWithoutRegardToLetterCase) {

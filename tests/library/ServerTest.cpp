@@ -24,10 +24,13 @@ TEST_F(ServerTest, MembersKeepTheirIdentifiersAndOrder) {
   };
   for (const auto& [iid, expected] : interfaces) {
     std::string members;
+    std::size_t place = 7;  // behind the methods of IDispatch
     ForEachMember(iid, [&](ITypeInfo* info, const FUNCDESC& function) {
       BString name;
       info->GetDocumentation(function.memid, name.Receive(), nullptr, nullptr, nullptr);
       members += std::to_string(function.memid) + " " + Utf8(name.View()) + ", ";
+      EXPECT_EQ(function.callconv, CC_STDCALL);
+      EXPECT_EQ(static_cast<std::size_t>(function.oVft), place++ * sizeof(void*));
     });
     EXPECT_EQ(members, expected);
   }
@@ -135,6 +138,18 @@ TEST_F(ServerTest, EarlyBoundCallersGetErrorInformation) {
   EXPECT_EQ(boxes.Take().size(), 1u);
   SysFreeString(text);
   EXPECT_EQ(message->GetMessage(nullptr), E_POINTER);
+}
+
+TEST_F(ServerTest, ObjectLetGoWhileItWorksEndsWhenItIsDone) {
+  FakeComponent classInfo(L"TavioMClass.ClassInfo");
+  auto* scenarios = Make<_BillEnvironments>(__uuidof(::BillEnvironments)).Detach();
+  classInfo.On(L"GetBillEnvironments", [&](Arguments&) {
+    EXPECT_NE(scenarios->Release(), 0u);
+    return List({Record({{L"FMask", 1}})}).AsValue();
+  });
+  ComPtr<IDispatch> set;
+  EXPECT_EQ(scenarios->GetList(0, 0, &set), S_OK);
+  EXPECT_EQ(Show(Dictionary(set)), "{1: {FMask: 1, Parent: 0, Level: 0}}");
 }
 
 }  // namespace

@@ -17,12 +17,13 @@ class TransMessageTest : public LibraryTest {
   TransMessageTest() {
     message.ClassType(Record({}));
     message.TableInfo(Record({}));
-    const auto add = [&](const wchar_t* name, const wchar_t* caption, const Item& value) {
+    const auto add = [&](const wchar_t* name, const Item& caption, const Item& value) {
       message.AddVariable(Record({{L"FName", name}, {L"FCaption", caption}, {L"FValue", value}}));
     };
     add(L"no", L"单号", 5);
     add(L"date", L"Date", L"[no]");
     add(L"open", L"单号", L"");
+    add(L"void", Value(), Value());
     add(L"bare", L"", L"");
     for (const auto* key : {L"FCaption", L"FValue"}) {
       PackageAt(message.GetVariableList(), L"bare"_key).Remove(Key(TextView(key)));
@@ -45,8 +46,8 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheModeSays) {
     const wchar_t* translation;
   } cases[] = {
       {kCaption, {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
-      {kCaption, {}, L"[bare][NO][ no][]", L"[bare][NO][ no][]"},
-      {kValue, {}, L"[no][date][open][bare][none]", L"5[no][bare][none]"},
+      {kCaption, {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
+      {kValue, {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
       {kValue, values, L"[no][open][bare][none]", L"52.5[none]"},
       {kValue, editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
       {kValue, ForeignRecord(values).Handle(), L"[no][open][bare][none]", L"52.5[none]"},

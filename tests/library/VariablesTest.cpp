@@ -13,6 +13,12 @@ Dictionary FieldOf(const wchar_t* key, const Item& needSave, const Item& visible
                  {L"FLookUpType", lookUpType}});
 }
 
+Value Null() {
+  Value null;
+  null.InPlace()->vt = VT_NULL;
+  return null;
+}
+
 class VariablesTest : public LibraryTest {
  protected:
   VariablesTest() { message.ClassType(Record({})); }
@@ -31,8 +37,9 @@ class VariablesTest : public LibraryTest {
 };
 
 TEST_F(VariablesTest, StoredAndVisibleHeaderFieldsAreVariables) {
-  Fields({{L"a", FieldOf(L"a", 1, 4, 0)},
-          {L"b", FieldOf(L"b", 0, 4, 7)},
+  Fields({{L"a", FieldOf(L"a", 1, 4, Null())},
+          {L"b", FieldOf(L"b", Null(), 4, 7)},
+          {L"b2", FieldOf(L"b", 1, Null(), 0)},
           {L"c", FieldOf(L"c", true, 12, 7)},
           {L"d", FieldOf(L"d", -1, 0, L"7")},
           {L"e", FieldOf(L"e", L"1", L"8", 7.0)},
@@ -74,7 +81,7 @@ TEST_F(VariablesTest, ValuesComeFromTheHeaderPage) {
       {onEntry, Record({{L"a", 5}}), ""},
       {looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"(, FValue: "张三")"},
       {looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), ", FValue: 3"},
-      {looked(L"", L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), ", FValue: 3"},
+      {looked(Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), ", FValue: 3"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);

@@ -46,16 +46,19 @@ T Referenced(T* parameter) {
   return *parameter;
 }
 
-// The base of the shells: a class whose members forward to a domain object.
+// The base of the shells: a class whose members forward to a domain object. The object stays until a member ends: a
+// host whose user is asked something goes on, and may let the object go meanwhile.
 template <class Dual>
 class Shell : public ComClass<Dual> {
  protected:
   template <class Body>
-  static HRESULT Do(Body&& body) noexcept {
+  HRESULT Do(Body&& body) noexcept {
+    const ComPtr<Dual> held(this);
     return Run(__uuidof(Dual), std::forward<Body>(body));
   }
   template <class Target, class Body>
-  static HRESULT Give(Target* target, Body&& body) noexcept {
+  HRESULT Give(Target* target, Body&& body) noexcept {
+    const ComPtr<Dual> held(this);
     return Return(__uuidof(Dual), target, std::forward<Body>(body));
   }
 };
