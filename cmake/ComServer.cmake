@@ -4,6 +4,7 @@ set(TAVIO_WINE_INCLUDE /usr/include/wine/wine/windows CACHE PATH "Folder of oaid
 set(TAVIO_WINE_TYPELIBS /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH "Folder of stdole2.tlb")
 
 # tavio_idl(<name> <file.idl>): an interface library <name> with <file>.h and <file>.tlb.
+# Descriptions in a type library are in the system's code page, the Chinese one, which the compiler does not convert to.
 # The compiler's output declares reserved names (_Message) and unused statics, so its folder is a system one. It also
 # carries the source's path and the time, which are kept the same in every build.
 function(tavio_idl name idl)
@@ -18,10 +19,11 @@ function(tavio_idl name idl)
   endif()
   add_custom_command(
     OUTPUT ${out}/${stem}.h ${out}/${stem}.tlb
-    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${out}/${stem}.h ${idl}
-    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${out}/${stem}.tlb ${idl}
+    COMMAND iconv -f UTF-8 -t GBK -o ${stem}.idl ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
+    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -h -o ${stem}.h ${stem}.idl
+    COMMAND ${widl} ${bits} -I ${TAVIO_WINE_INCLUDE} -L ${TAVIO_WINE_TYPELIBS} -t -o ${stem}.tlb ${stem}.idl
     DEPENDS ${CMAKE_CURRENT_SOURCE_DIR}/${idl}
-    WORKING_DIRECTORY ${CMAKE_CURRENT_SOURCE_DIR}
+    WORKING_DIRECTORY ${out}
     COMMENT "widl ${idl}")
   add_custom_target(${name}_files DEPENDS ${out}/${stem}.h ${out}/${stem}.tlb)
   add_library(${name} INTERFACE)

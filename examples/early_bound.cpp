@@ -1,7 +1,7 @@
 // Previews the message of an action for a bill that the host holds itself:  early_bound [action [scenario mask]]
 // Compiled with the headers of the package, here from its folder "examples":
 //   cl /std:c++17 /EHsc /I..\include early_bound.cpp
-//   x86_64-w64-mingw32-g++ -std=c++17 -municode -static -I../include early_bound.cpp -lole32 -loleaut32 -luuid
+//   x86_64-w64-mingw32-g++ -std=c++17 -municode -static -I../include early_bound.cpp -o early_bound.exe -lole32 -loleaut32 -luuid
 #include <TavioClassBillAction.h>
 #include <Vexo.h>
 #include <comdef.h>
@@ -76,6 +76,8 @@ int wmain(int argc, wchar_t** argv) try {
   std::fputws(L"Done.\n", stdout);
   return 0;
 } catch (const _com_error& error) {
-  std::wprintf(L"Failed: 0x%08lX\n", error.Error());
+  wchar_t number[16];
+  std::swprintf(number, 16, L"0x%08lX", error.Error());
+  std::fputws(_bstr_t(L"Failed: ") + number + L"\n", stdout);
   return 1;
 }

@@ -1,7 +1,7 @@
 // Lists the actions of a bill type, and takes one out where its code is given:  late_bound [class type ID [code]]
 // Nothing but Windows is needed to compile it:
 //   cl /std:c++17 /EHsc late_bound.cpp
-//   x86_64-w64-mingw32-g++ -std=c++17 -municode -static late_bound.cpp -lole32 -loleaut32 -luuid
+//   x86_64-w64-mingw32-g++ -std=c++17 -municode -static late_bound.cpp -o late_bound.exe -lole32 -loleaut32 -luuid
 #include <windows.h>
 #include <comdef.h>
 #include <fcntl.h>
@@ -71,6 +71,8 @@ int wmain(int argc, wchar_t** argv) try {
   std::fputws(L"Done.\n", stdout);
   return 0;
 } catch (const _com_error& error) {
-  std::wprintf(L"Failed: 0x%08lX\n", error.Error());
+  wchar_t number[16];
+  std::swprintf(number, 16, L"0x%08lX", error.Error());
+  std::fputws(_bstr_t(L"Failed: ") + number + L"\n", stdout);
   return 1;
 }

@@ -141,8 +141,9 @@ TEST_F(ServerTest, MembersKeepTheirIdentifiersAndOrder) {
       {__uuidof(_BillEnvironments),
        "1 GetList, 2 GetSortList, 3 GetSortListMsg, 4 GetBillTypeList, 5 GetItem, 6 GetClassMenu, "},
       {__uuidof(_Message),
-       "1 ClassTypeID, 1 ClassTypeID, 2 Data, 3 ClassType, 4 TableInfo, 5 ClassTypeEntry, 6 MustSelectMsgUser, "
-       "6 MustSelectMsgUser, 7 GroupInfo, 8 ExcludeUser, 9 SetMessage, 10 GetMessage, 11 RefreshVariableList, "
+       "1 ClassTypeID必须先设置, 1 ClassTypeID必须先设置, 2 Data, 3 ClassType必须先设置, 4 TableInfo必须先设置, "
+       "5 ClassTypeEntry必须先设置, 6 MustSelectMsgUser, 6 MustSelectMsgUser, 7 GroupInfo, 8 ExcludeUser, 9 "
+       "SetMessage, 10 GetMessage, 11 RefreshVariableList, "
        "12 AddVariable, 13 NewMessage, 14 RefreshVariableValue, 15 SendSMS, 16 SelectedUser, 16 SelectedUser, "
        "17 SendMessage, 18 AddUser, 19 RemoveUser, 20 RemoveAllUsers, 21 TransMessage, 22 GetVariableUser, "
        "23 GetVariableList, 24 SendEmail, 25 SendShortMessage, "},
