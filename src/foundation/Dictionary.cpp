@@ -36,7 +36,7 @@ Value ReadByName(IDispatch* object, const wchar_t* member, const Argument& argum
 
 }  // namespace
 
-Dictionary::Dictionary(ComPtr<IDispatch> object) {
+Dictionary::Dictionary(const ComPtr<IDispatch>& object) {
   if (object) Bind(object.Get());
 }
 

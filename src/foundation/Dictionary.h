@@ -26,7 +26,7 @@ class Dictionary {
   // Unset.
   Dictionary() noexcept = default;
   // Null makes an unset handle; an object that is no keyed container raises a type mismatch.
-  explicit Dictionary(ComPtr<IDispatch> object);
+  explicit Dictionary(const ComPtr<IDispatch>& object);
   // Unset for an empty value; type mismatch for a scalar.
   explicit Dictionary(const Value& value);
   static Dictionary New();

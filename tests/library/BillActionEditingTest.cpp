@@ -1,15 +1,17 @@
+#include <filesystem>
+#include <fstream>
+
 #include "actions/BillActions.h"
-#include "tests/support/ForeignRecord.h"
+#include "foundation/AppFolder.h"
+#include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
 namespace {
 
-const wchar_t kQuestion[] = L"如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
+namespace fs = std::filesystem;
 
-Box Report(const Text& operation, const Text& description) {
-  return Warning(L"TavioClassBillAction.BillActions" + operation + L"\r\n" + description);
-}
+const wchar_t kQuestion[] = L"如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
 
 class BillActionEditingTest : public LibraryTest {
  protected:
@@ -32,17 +34,15 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
   const auto withMessages = Record({{L"FCode", L"Save"}, {L"Messages", Record({{L"new", 1}})}});
   const auto renamed = Record({{L"FCode", L"Keep"}, {L"FCode_Old", L"Save"}, {L"FID", 9}});
   const auto known = Record({{L"x", Record({{L"FCode", L"Save"}, {L"FID", 5}, {L"Messages", Record({{L"old", 1}})}})}});
+  const std::string edited = R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})";
   const struct {
-    Dictionary collection;
-    Dictionary action;
-    const char* afterAddNew;
-    const char* afterUpdate;
+    Dictionary collection, action;
+    std::string afterAddNew, afterUpdate;
   } cases[] = {
-      {Dictionary(), save, R"({Save: {FCode: "Save", FID: 0, FStatus: 1, Messages: none}})", nullptr},
-      {Dictionary(), withMessages, R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})", nullptr},
-      {stored(0), ForeignRecord(save).Handle(), R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})",
-       nullptr},
-      {stored(6), save, R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})", nullptr},
+      {{}, save, R"({Save: {FCode: "Save", FID: 0, FStatus: 1, Messages: none}})", "as AddNew"},
+      {{}, withMessages, R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})", "as AddNew"},
+      {stored(0), ForeignRecord(save).Handle(), edited, "as AddNew"},
+      {stored(6), save, edited, "as AddNew"},
       {known, withMessages, R"({Save: {FCode: "Save", Messages: {old: 1}, FID: 5, FStatus: 2}})",
        R"({x: {FCode: "Save", FID: 5, Messages: {old: 1}}, )"
        R"(Save: {FCode: "Save", Messages: {new: 1}, FID: 5, FStatus: 2}})"},
@@ -58,29 +58,35 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
     EXPECT_EQ(Held(), c.afterAddNew);
     Hold(c.collection);
     EXPECT_TRUE(actions.Update(c.action));
-    EXPECT_EQ(Held(), c.afterUpdate ? c.afterUpdate : c.afterAddNew);
+    EXPECT_EQ(Held(), c.afterUpdate == "as AddNew" ? c.afterAddNew : c.afterUpdate);
     EXPECT_EQ(Show(c.action), before) << "the caller's package";
   }
 }
 
-TEST_F(BillActionEditingTest, FailedEditLosesNothing) {
-  const auto lawful = Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}})}});
-  const auto before = Show(lawful);
-  Hold(lawful);
+TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
   ForeignRecord uncopied(Record({{L"FCode", L"Save"}}));
   uncopied.On(L"Clone", Failing(L"不能复制"));
-  EXPECT_FALSE(actions.AddNew(uncopied.Handle()));
-  EXPECT_FALSE(actions.Update(uncopied.Handle()));
-  EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : AddNew ", L"不能复制"), Report(L" : Update ", L"不能复制")}));
-  EXPECT_EQ(Held(), before);
-  const auto misnamed = Record({{L"FCode", L"A_B"}, {L"FCode_Old", L"Save"}});
-  EXPECT_FALSE(actions.AddNew(misnamed));
-  EXPECT_FALSE(actions.Update(misnamed));
-  EXPECT_EQ(boxes.Take(), Boxes(2, Warning(L"操作代码只能由字符和数字组成！")));
-  EXPECT_EQ(Held(), before);
-  actions.ClassTypeID(0);
-  EXPECT_FALSE(actions.AddNew(lawful));
-  EXPECT_EQ(boxes.Take(), Boxes{Report(L" : AddNew ", L"请先设置本组件关联的业务对象!")});
+  const auto named = [](const wchar_t* code) { return Record({{L"FCode", code}, {L"FCode_Old", L"Save"}}); };
+  const struct {
+    Dictionary action;
+    Boxes boxes;  // of AddNew and Update
+  } cases[] = {
+      {named(L""), Boxes(2, Warning(L"操作代码不能为空！"))},
+      {named(L"1A"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
+      {named(L"A B"), Boxes(2, Warning(L"操作代码中间不能包含空格！"))},
+      {named(L"A_B"), Boxes(2, Warning(L"操作代码只能由字符和数字组成！"))},
+      {uncopied.Handle(),
+       {Report(L"BillActions : AddNew ", L"不能复制"), Report(L"BillActions : Update ", L"不能复制")}},
+      {{}, {}},
+  };
+  Hold(Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}})}}));
+  const auto before = Held();
+  for (const auto& c : cases) {
+    EXPECT_FALSE(actions.AddNew(c.action));
+    EXPECT_FALSE(actions.Update(c.action));
+    EXPECT_EQ(boxes.Take(), c.boxes);
+    EXPECT_EQ(Held(), before);
+  }
 }
 
 TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
@@ -114,9 +120,9 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
 TEST_F(BillActionEditingTest, ActionMayVanishWhileItIsRemoved) {
   const auto held = Record({{L"Save", Record({{L"FCode", L"Save"}})}});
   ForeignRecord check(Record({{L"FCode", L"Check"}}));
-  check.On(L"GetValue", [&](Arguments&) {
+  check.On(L"GetValue", [&] {
     held.Remove(L"Save"_key);
-    return Value(0);
+    return 0;
   });
   held.Set(L"Check"_key, check.Handle());
   Hold(held);
@@ -135,6 +141,51 @@ TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
   EXPECT_EQ(Held(), "{a: {FStatus: 5}, b: {FStatus: 4}, c: {FStatus: 6}}");
   EXPECT_EQ(boxes.Take(), (Boxes{question, question}));
   EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.RemoveAll 清空所有操作 1");
+}
+
+class AppendVariablesTest : public LibraryTest {
+ protected:
+  ~AppendVariablesTest() override {
+    fs::current_path(folder_);
+    fs::remove_all(fs::path(temp));
+  }
+
+  const Text temp = GetAppFolder() + L"temp";
+  BillActions actions;
+
+ private:
+  fs::path folder_ = fs::current_path();
+};
+
+TEST_F(AppendVariablesTest, EntriesReplaceThoseOfTheirKey) {
+  const auto first = Record({{L"Items", Record({{L"a", 1}})}, {L"More", List({1, 2})}});
+  ForeignRecord second(Record({{L"Items", List({})}, {L"None", Dictionary()}}));
+  EXPECT_FALSE(actions.AddAppendVariables(first));
+  const auto held = actions.GetAppendVariables();
+  EXPECT_NE(held.Object().Get(), first.Object().Get());
+  EXPECT_EQ(held.Get(L"Items"_key)->ToObject().Get(), first.Get(L"Items"_key)->ToObject().Get());
+  for (const auto& variables : {second.Handle(), held, Record({}), Dictionary()}) {
+    EXPECT_FALSE(actions.AddAppendVariables(variables));
+    EXPECT_EQ(actions.GetAppendVariables().Object().Get(), held.Object().Get());
+    EXPECT_EQ(Show(held), "{Items: [], More: [1, 2], None: none}");
+  }
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.AddAppendVariables 1");
+}
+
+TEST_F(AppendVariablesTest, DownloadLeavesOneFileInTheFolder) {
+  const auto bytes = Value::Bytes(std::as_bytes(std::span("\0\x1A\n\xFF", 4)));
+  for (const auto* name : {L"Temp.tmp", L"附件.bin"}) {
+    const auto path = actions.DownloadFile(bytes, name);
+    EXPECT_EQ(path, temp + L"\\" + name);
+    std::ifstream file(fs::path(path), std::ios::binary);
+    EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), std::string("\0\x1A\n\xFF", 4));
+    EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(temp)), {}), 1);
+    EXPECT_EQ(fs::current_path(), fs::path(temp));
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.DownloadFile 1");
+  }
+  EXPECT_EQ(actions.DownloadFile(bytes, L"none\\a"), L"");
+  EXPECT_EQ(actions.DownloadFile(Value(L"text"), L"a"), L"");
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.DownloadFile 0");
 }
 
 }  // namespace

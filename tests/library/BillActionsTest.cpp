@@ -1,28 +1,23 @@
 #include "actions/BillActions.h"
-#include "tests/support/ForeignRecord.h"
+#include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
 namespace {
 
-using Entries = std::vector<std::string>;
-
 const char kBeginSave[] = "begin TavioClassBillAction.BillActions.Save 操作集合保存";
-const char kBeginInitialize[] = "begin TavioClassBillAction.BillActions.Initialize 业务对象操作初始化";
-
-Box Report(const Text& operation, const Text& description) {
-  return Warning(L"TavioClassBillAction.BillActions" + operation + L"\r\n" + description);
-}
+const char kEndSave[] = "end TavioClassBillAction.BillActions.Save 操作集合保存 ";
+const char kBeginLoad[] = "begin TavioClassBillAction.BillActions.Initialize 业务对象操作初始化";
+const char kEndLoad[] = "end TavioClassBillAction.BillActions.Initialize 业务对象操作初始化 ";
 
 class BillActionsTest : public LibraryTest {
  protected:
   BillActionsTest() {
     classInfo->On(L"GetBillActions", [this](Arguments&) { return loaded.Copy(); });
-    update.On(L"SaveBillActions", [](Arguments&) { return Value(); });
-    catalogue.On(L"SetList", [](Arguments&) { return Value(true); });
-    catalogue.On(L"Item", [](Arguments&) { return Value(); });
-    actions.ClassTypeID(7);
-    actions.ClassType(Record({{L"FName", L"单据"}}));
+    update.On(L"SaveBillActions", [] {});
+    catalogue.On(L"SetList", [] { return true; });
+    catalogue.On(L"Item", [] {});
+    actions.ClassType(Record({{L"FID", 7}, {L"FBillTypeID", Short(3)}}));
     actions.SetBillActions(Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FClassTypeID", 7}, {L"FStatus", 4}})}}));
   }
 
@@ -33,53 +28,80 @@ class BillActionsTest : public LibraryTest {
   BillActions actions;
 };
 
-TEST_F(BillActionsTest, InitializeReportsItsFailure) {
+TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
+  const wchar_t kUnbound[] = L"请先设置本组件关联的业务对象!", kNoCode[] = L"数据包缺少字段 FCode";
+  const auto save = Record({{L"FCode", L"Save"}});
+  const auto unbound = Record({{L"a", Record({{L"FClassTypeID", 0}})}});
+  const auto nameless = Record({{L"a", Record({{L"FEnvironment", 1}, {L"FClassTypeID", 7}})}});
+  const auto status =
+      Record({{L"a", Record({{L"FCode", L"a"}, {L"FClassTypeID", 7}})}, {L"b", Record({{L"FStatus", L"x"}})}});
+  classInfo->On(L"GetBillActions", Failing(L"断开"));
+  const auto tooMany = Dictionary::New();
+  for (std::int32_t i = 1; i <= 32768; ++i) tooMany.Set(Key(i), Record({{L"FCode", L"a"}}));
   const struct {
-    const wchar_t* description;
-    std::function<void()> prepare;
-    const char* left;
+    Dictionary held;
+    std::function<bool()> call;
+    const wchar_t *label, *description;
   } cases[] = {
-      {L"请先设置本组件关联的业务对象!", [&] { actions.ClassTypeID(0); }, "{Save: {}}"},
-      {L"断开", [&] { classInfo->On(L"GetBillActions", Failing(L"断开")); }, "none"},
-      {L"不能创建组件 TavioMClass.ClassInfo", [&] { classInfo.reset(); }, "none"},
+      {unbound, [&] { return actions.Initialize(), !actions.GetBillActions(); }, L"Initialize", kUnbound},
+      {status, [&] { return actions.Initialize(), !!actions.GetBillActions(); }, L"Initialize", L"断开"},
+      {unbound, [&] { return actions.NewBill(), false; }, L"NewBill", kUnbound},
+      {unbound, [&] { return actions.AddNew(save); }, L"AddNew ", kUnbound},
+      {unbound, [&] { return actions.Update(save); }, L"Update ", kUnbound},
+      {nameless, [&] { return !!actions.Item(L"a"); }, L"Item ", kNoCode},
+      {tooMany, [&] { return !!actions.Item(L"a"); }, L"Item ", L"溢出"},
+      {nameless, [&] { return actions.LookUp(L"a"); }, L"Lookup ", kNoCode},
+      {tooMany, [&] { return actions.LookUp(L"a"); }, L"Lookup ", L"溢出"},
+      {nameless, [&] { return !!actions.GetEnvironmentItems(1); }, L"GetEnvironmentItems ", kNoCode},
+      {nameless, [&] { return !!actions.GetMessage(L"a", 1); }, L"Item ", kNoCode},
+      {status, [&] { return actions.Remove(L"a"); }, L"Remove ", L"类型不匹配"},
+      {{},
+       [&] {
+         return actions.SetBillActions(Record({{L"a", 1}})), false;
+       },
+       L"SetBillActions",
+       L"类型不匹配"},
+      {{},
+       [&] {
+         return actions.AddAppendVariables(Record({{L"x", 5}}));
+       },
+       L"AddAppendVariables",
+       L"类型不匹配"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
-    actions.SetBillActions(Record({{L"Save", Record({})}}));
-    actions.ClassTypeID(7);
-    c.prepare();
-    actions.Initialize();
-    EXPECT_EQ(boxes.Take(), Boxes{Report(L" : Initialize", c.description)});
-    EXPECT_EQ(Show(actions.GetBillActions()), c.left);
-    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Initialize 业务对象操作初始化 0");
+    actions.SetBillActions(c.held);
+    EXPECT_FALSE(c.call());
+    EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : " + Text(c.label), c.description)});
   }
+  classInfo.reset();
+  actions.Initialize();
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : Initialize", L"不能创建组件 TavioMClass.ClassInfo")});
+  EXPECT_EQ(log->entries.back(), kEndLoad + std::string("0"));
 }
 
 TEST_F(BillActionsTest, SaveHandsEverythingOverAndLoadsAgain) {
   const auto given = actions.GetBillActions();
-  const auto replaced = Record({{L"FName", L"新单据"}});
   update.On(L"SaveBillActions", [&](Arguments& a) {
     const VARTYPE types[] = {VT_BSTR, VT_BYREF | VT_I4, VT_BYREF | VT_DISPATCH, VT_BYREF | VT_DISPATCH};
     EXPECT_EQ(a.Count(), std::size(types));
     for (std::size_t i = 0; i < std::size(types); ++i) EXPECT_EQ(a.Raw(i).vt, types[i]) << i;
     EXPECT_EQ(a.At(0).ToText(), props->props);
-    EXPECT_EQ(Show(a.At(1)) + Show(a.At(3)), R"(7{FName: "单据"})");
+    EXPECT_EQ(Show(a.At(1)) + Show(a.At(3)), R"(7{FID: 7, FBillTypeID: 3s})");
     EXPECT_EQ(a.At(2).ToObject().Get(), given.Object().Get());
     a.Return(1, Value(8));
-    a.Return(3, replaced.AsValue());
-    return Value();
+    a.Return(3, Record({}).AsValue());
   });
   classInfo->On(L"GetBillActions", [&](Arguments& a) {
     EXPECT_EQ(update.Living(), 0) << "released before the reload";
     EXPECT_EQ(a.At(0).ToText(), props->props);
+    EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_I4);
     EXPECT_EQ(Show(a.At(1)), "8");
     return loaded.Copy();
   });
   EXPECT_TRUE(actions.Save());
   EXPECT_EQ(actions.GetBillActions().Object().Get(), loaded.ToObject().Get());
-  EXPECT_EQ(log->entries, (Entries{kBeginSave, kBeginInitialize,
-                                   "end TavioClassBillAction.BillActions.Initialize 业务对象操作初始化 1",
-                                   "end TavioClassBillAction.BillActions.Save 操作集合保存 1"}));
+  EXPECT_EQ(log->entries, (Strings{kBeginSave, kBeginLoad, kEndLoad + std::string("1"), kEndSave + std::string("1")}));
 }
 
 TEST_F(BillActionsTest, SaveThatFailsKeepsThePackages) {
@@ -88,36 +110,21 @@ TEST_F(BillActionsTest, SaveThatFailsKeepsThePackages) {
   update.On(L"SaveBillActions", [&](Arguments& a) {
     a.Return(2, Record({}).AsValue());
     a.Return(3, Value(noContainer.New()));
-    return Value();
   });
   EXPECT_FALSE(actions.Save());
   update.On(L"SaveBillActions", Failing(L"断开"));
   EXPECT_FALSE(actions.Save());
-  EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : Save", L"类型不匹配"), Report(L" : Save", L"断开")}));
+  EXPECT_EQ(boxes.Take(),
+            (Boxes{Report(L"BillActions : Save", L"类型不匹配"), Report(L"BillActions : Save", L"断开")}));
   EXPECT_EQ(actions.GetBillActions().Object().Get(), given.Object().Get());
   EXPECT_EQ(classInfo->Created(), 0) << "not loaded again";
-  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Save 操作集合保存 0");
-}
+  EXPECT_EQ(log->entries.back(), kEndSave + std::string("0"));
 
-TEST_F(BillActionsTest, SaveReportsAFailedReloadOnceMore) {
+  update.On(L"SaveBillActions", [] {});
   classInfo->On(L"GetBillActions", Failing(L"断开"));
   EXPECT_FALSE(actions.Save());
-  EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : Initialize", L"断开"), Report(L" : Save", L"断开")}));
-}
-
-TEST_F(BillActionsTest, QueriesReportUnderTheirOwnLabels) {
-  const auto tooMany = Dictionary::New();
-  for (std::int32_t i = 1; i <= 32768; ++i) tooMany.Set(Key(i), Record({{L"FCode", L"a"}}));
-  const struct {
-    Dictionary held;
-    const wchar_t* description;
-  } cases[] = {{Record({{L"a", Record({})}}), L"数据包缺少字段 FCode"}, {tooMany, L"溢出"}};
-  for (const auto& c : cases) {
-    actions.SetBillActions(c.held);
-    EXPECT_FALSE(actions.Item(L"a"));
-    EXPECT_FALSE(actions.LookUp(L"a"));
-    EXPECT_EQ(boxes.Take(), (Boxes{Report(L" : Item ", c.description), Report(L" : Lookup ", c.description)}));
-  }
+  EXPECT_EQ(boxes.Take(),
+            (Boxes{Report(L"BillActions : Initialize", L"断开"), Report(L"BillActions : Save", L"断开")}));
 }
 
 TEST_F(BillActionsTest, QueriesFindByTheActionsOwnCode) {
@@ -136,7 +143,7 @@ TEST_F(BillActionsTest, QueriesFindByTheActionsOwnCode) {
   const auto all = actions.GetEnvironmentItems(-1);
   EXPECT_EQ(Show(all), Show(Record({{L"Save", again}, {L"Check", check}})));
   EXPECT_NE(PackageAt(all, L"Check"_key).Object().Get(), check.Object().Get()) << "a copy";
-  EXPECT_EQ(log->entries, Entries{});
+  EXPECT_EQ(log->entries, Strings{});
 }
 
 TEST_F(BillActionsTest, MessageIsThatOfTheGreatestSharedScenario) {
@@ -145,26 +152,102 @@ TEST_F(BillActionsTest, MessageIsThatOfTheGreatestSharedScenario) {
   };
   const auto usual = Record({{L"1", entry(1, L"一")}, {L"8", entry(8, L"八")}, {L"2", entry(2, L"二")}});
   const struct {
-    Item messages;
+    Dictionary messages;
     std::int32_t mask;
     const char* message;
-    const wchar_t* description;
   } cases[] = {
-      {usual, 3, R"({FTitle: "二"})", nullptr},
-      {usual, -1, R"({FTitle: "八"})", nullptr},
-      {usual, 4, "none", nullptr},
-      {Record({{L"x", entry(2, L"二")}}), 2, "none", nullptr},  // not under its mask
-      {Dictionary(), 1, "none", nullptr},
-      {L"x", 1, "none", L"类型不匹配"},
+      {usual, 3, R"({FTitle: "二"})"},
+      {usual, -1, R"({FTitle: "八"})"},
+      {usual, 4, "none"},
+      {Record({{L"x", entry(2, L"二")}}), 2, "none"},  // not under its mask
+      {Dictionary(), 1, "none"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
     actions.SetBillActions(Record({{L"a", Record({{L"FCode", L"a"}, {L"Messages", c.messages}})}}));
     log->entries.clear();
-    EXPECT_EQ(Show(actions.GetMessage(L"a", c.mask)), c.message);
-    EXPECT_EQ(boxes.Take(), c.description ? Boxes{Report(L" : Item ", c.description)} : Boxes{});
-    EXPECT_EQ(log->entries, Entries(2, "begin TavioClassBillAction.BillActions.GetMessage"));
+    EXPECT_EQ(Show(actions.GetMessage(L"a", c.mask)), c.message) << &c - cases;
+    EXPECT_EQ(log->entries, Strings(2, "begin TavioClassBillAction.BillActions.GetMessage"));
   }
+}
+
+TEST_F(BillActionsTest, DefaultsOfANewBillBecomeNewActions) {
+  const auto save = Record({{L"FBillType", 4}, {L"FCode", L"Save"}, {L"FID", 12}, {L"Messages", Record({{L"1", 1}})}});
+  const auto replaced = List({save});
+  catalogue.On(L"SetList", [&](Arguments& a) {
+    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_DISPATCH);
+    EXPECT_EQ(Show(a.At(0)), catalogue.Created() == 1 ? "none" : Show(replaced)) << "what the first call left";
+    a.Return(0, replaced.AsValue());
+    return Value(false);
+  });
+  catalogue.On(L"GetDefaultActions", [&](Arguments& a) {
+    EXPECT_EQ(Show(a.At(0)), "3s");
+    return List({save, Record({{L"FCode", 5}})}).AsValue();
+  });
+  for (int i = 0; i < 2; ++i) {
+    actions.NewBill();
+    EXPECT_EQ(Show(actions.GetBillActions()),
+              R"({Save: {FCode: "Save", FID: 0, Messages: none, FClassTypeID: 7, FStatus: 1, FIsPredefine: true, )"
+              R"(FIsFirst: false}, 5: {FCode: 5, FClassTypeID: 7, FID: 0, FStatus: 1, FIsPredefine: true, )"
+              R"(FIsFirst: false, Messages: none}})");
+  }
+  EXPECT_EQ(PackageAt(actions.GetBillActions(), L"Save"_key).Object().Get(), save.Object().Get());
+  EXPECT_EQ(catalogue.Living(), 0);
+  EXPECT_EQ(log->entries[1], "end TavioClassBillAction.BillActions.NewBill 加载该业务对象所属类别的默认操作 1");
+}
+
+// What `Save` does before it writes.
+class RightMaskTest : public BillActionsTest {
+ protected:
+  RightMaskTest() {
+    catalogue.On(L"LookupRightMask", [](Arguments& a) { return Value(a.At(0).ToInt32() == 2); });
+    classInfo->On(L"GetData", [this](Arguments& a) {
+      queries.push_back(Utf8(a.At(1).ToText()));
+      records.On(L"EOF", [free = queries.back().find(taken) == std::string::npos] { return free; });
+      return Value(records.New());
+    });
+    update.On(L"SaveBillActions", [this](Arguments& a) { return written = Show(a.At(2)), Value(); });
+  }
+
+  FakeObject records;
+  std::string taken = "(1 &";  // the queries that find a row
+  Strings queries;
+  std::string written;
+};
+
+TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
+  catalogue.On(L"Item", [](Arguments& a) {
+    const auto known = Record({{L"FRightMask", 2}, {L"FRightUseMask", 3}});
+    return a.At(0).EqualsText(L"Save") ? known.AsValue() : Value();
+  });
+  actions.SetBillActions(Record({
+      {L"Save", Record({{L"FClassTypeID", 7}, {L"FCode", L"Save"}, {L"FIsPredefine", true}, {L"FRightMask", 64}})},
+      {L"a", Record({{L"FObjectID", L"12"}})},
+      {L"gone", Record({{L"FStatus", 5}})},
+      {L"kept", Record({{L"FRightMask", 32}})},
+      {L"b", Record({{L"FCode", L"b"}, {L"FIsPredefine", true}, {L"FRightMask", 0}})},
+  }));
+  EXPECT_TRUE(actions.Save());
+  EXPECT_EQ(written,
+            R"({Save: {FClassTypeID: 7, FCode: "Save", FIsPredefine: true, FRightMask: 2, FRightUseMask: 3}, )"
+            R"(a: {FObjectID: "12", FRightMask: 4, FRightControl: true, FRightUseMask: 4, FRightGroupMask: 4}, )"
+            R"(gone: {FStatus: 5}, kept: {FRightMask: 32}, )"
+            R"(b: {FCode: "b", FIsPredefine: true, FRightMask: 8, FRightControl: true, FRightUseMask: 8, )"
+            R"(FRightGroupMask: 8}})");
+  const std::string sql = "select 1 from t_ObjectAccessType where fobjectid=";
+  EXPECT_EQ(queries, (std::vector{sql + "12 and (1 & faccessuse <> 0)", sql + "12 and (4 & faccessuse <> 0)",
+                                  sql + "0 and (1 & faccessuse <> 0)", sql + "0 and (8 & faccessuse <> 0)"}));
+}
+
+TEST_F(RightMaskTest, SavingGoesOnWithoutAMask) {
+  taken = "select";
+  actions.SetBillActions(Record({{L"a", Record({{L"FClassTypeID", 7}})}}));
+  EXPECT_TRUE(actions.Save());
+  EXPECT_EQ(written, "{a: {FClassTypeID: 7, FRightMask: 0}}") << "none is free";
+  queries.clear();
+  actions.SetBillActions(Record({{L"a", Record({{L"FClassTypeID", 7}, {L"FObjectID", L"1 or 1=1"}})}}));
+  EXPECT_TRUE(actions.Save());
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : AssignRightMask", L"类型不匹配")});
+  EXPECT_EQ(queries, Strings{}) << "nothing unchecked goes into the text";
 }
 
 }  // namespace

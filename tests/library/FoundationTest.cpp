@@ -1,25 +1,66 @@
+#include "foundation/ByName.h"
+#include "foundation/Component.h"
 #include "foundation/Counter.h"
 #include "foundation/Operation.h"
 #include "foundation/PendingError.h"
 #include "foundation/ResText.h"
 #include "foundation/SharedProperties.h"
 #include "foundation/modMorlaLogMsg.h"
-#include "tests/support/ForeignRecord.h"
+#include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
 namespace {
 
-using Entries = std::vector<std::string>;
-
 using FoundationTest = LibraryTest;
+
+TEST_F(FoundationTest, ConversionsFollowThePlatform) {
+  const struct {
+    Item stored;
+    const char *asShort, *asLong, *asBool, *asText;
+  } cases[] = {
+      {Value(), "0s", "0", "false", R"("")"},
+      {Value::Missing(), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+      {Short(-7), "-7s", "-7", "true", R"("-7")"},
+      {32768, "溢出", "32768", "true", R"("32768")"},
+      {true, "-1s", "-1", "true", R"("True")"},
+      {-2.5, "-2s", "-2", "true", R"("-2.5")"},
+      {3e9, "溢出", "溢出", "true", R"("3000000000")"},
+      {L"70000", "溢出", "70000", "true", R"("70000")"},
+      {L"保存", "类型不匹配", "类型不匹配", "类型不匹配", R"("保存")"},
+      {Record({}), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+      {Dictionary(), "类型不匹配", "类型不匹配", "类型不匹配", "类型不匹配"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(Show(c.stored.value));
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToInt16(); }), c.asShort);
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToInt32(); }), c.asLong);
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToBool(); }), c.asBool);
+    EXPECT_EQ(Outcome([&] { return c.stored.value.ToText(); }), c.asText);
+  }
+}
+
+TEST_F(FoundationTest, FailureKeepsTheComponentsOwnWords) {
+  FakeComponent fake(L"Tavio.Fake");
+  fake.On(L"Save", Failing(L"断开"));
+  const auto component = Component::Create(L"Tavio.Fake");
+  try {
+    component.Call(L"Save");
+    FAIL() << "nothing was raised";
+  } catch (const Error& error) {
+    EXPECT_EQ(error.Number(), static_cast<HRESULT>(0x80040123));
+    EXPECT_EQ(error.Source() + error.Description(), L"Platform断开");
+  }
+  EXPECT_EQ(Outcome([&] { return component.Call(L"Load"); }), "对象不支持该属性或方法");
+  EXPECT_EQ(Outcome([] { return Component(nullptr).Call(L"Save"); }), "对象未设置");
+  EXPECT_EQ(Outcome([] { return Component::Create(L"Tavio.Missing").Call(L"Save"); }), "不能创建组件 Tavio.Missing");
+}
 
 TEST_F(FoundationTest, OperationReportsWhateverIsThrown) {
   const struct {
     const wchar_t* description;
     void (*fail)();
   } cases[] = {
-      {L"断开", [] { throw Error(E_FAIL, L"Source", L"断开"); }},
       {L"溢出", [] { CountedIn16Bits(32768); }},
       {L"内存不足", [] { throw std::bad_alloc(); }},
       {L"自动化错误 0x80004005", [] { throw 7; }},
@@ -32,36 +73,7 @@ TEST_F(FoundationTest, OperationReportsWhateverIsThrown) {
     EXPECT_EQ(Operation<Text>({.report = L"A : B "}, failing), Text());
     EXPECT_EQ(boxes.Take(), Boxes{Warning(Text(L"A : B \r\n") + c.description)});
   }
-  EXPECT_EQ(log->entries, Entries{});
-}
-
-TEST_F(FoundationTest, OperationIsLoggedAsItsLabelsSay) {
-  const struct {
-    Labels labels;
-    bool fails;
-    std::int32_t result;
-    Entries entries;
-  } cases[] = {
-      {{.log = L"A.B 保存"}, false, 5, {"begin A.B 保存", "end A.B 保存 1"}},
-      {{.log = L"A.B"}, true, 0, {"begin A.B", "end A.B 0"}},
-      {{.log = L"A.B", .resultAfterFailure = Labels::kKept}, true, 5, {"begin A.B", "end A.B 0"}},
-      {{.log = L"A.B", .outcome = 0, .outcomeAfterFailure = 1}, false, 5, {"begin A.B", "end A.B 0"}},
-      {{.log = L"A.B", .outcome = 0, .outcomeAfterFailure = 1}, true, 0, {"begin A.B", "end A.B 1"}},
-      {{.log = L"A.B", .closesWithBegin = true}, true, 0, {"begin A.B", "begin A.B"}},
-      {{}, true, 0, {}},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
-    log->entries.clear();
-    const auto result = Operation<std::int32_t>(c.labels, [&](std::int32_t& number) {
-      number = 5;
-      if (c.fails) throw Error::Overflow();
-    });
-    EXPECT_EQ(result, c.result);
-    EXPECT_EQ(log->entries, c.entries);
-  }
-  Operation<bool>({.log = L"A.B"}, [](bool& done, std::int32_t& outcome) { outcome = done = true, outcome = 7; });
-  EXPECT_EQ(log->entries.back(), "end A.B 7");
+  EXPECT_EQ(log->entries, Strings{});
 }
 
 TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
@@ -83,14 +95,10 @@ TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
   EXPECT_EQ(LoadResText(L"a"), L"<a>") << "the loader refuses its language";
 }
 
-TEST_F(FoundationTest, PropValueIsFoundWithoutRegardToLetterCase) {
+TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {
   props->props = L"UILanguage=chs;Language=y;UserName=Ann";
   EXPECT_EQ(GetPropValue(L"Language"), L"CHS") << "the first whose name ends so";
-  EXPECT_EQ(GetPropValue(L"username"), L"ANN");
-  EXPECT_EQ(GetPropValue(L"UserID"), L"");
-}
-
-TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {
+  EXPECT_EQ(GetPropValue(L"username"), L"ANN") << "letter case does not count";
   props->On(L"GetProperty", Failing(L"断开"));
   EXPECT_EQ(GetPropsString(), L"");
   props.reset();
@@ -100,28 +108,107 @@ TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {
 }
 
 TEST_F(FoundationTest, PendingErrorSurvivesLogAndTexts) {
-  log->On(L"LogEnd", [](Arguments& a) {
-    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_I4);
-    EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_I4);
-    SetErrorInfo(0, nullptr);
-    return Value();
-  });
-  texts->On(L"LoadString", [](Arguments&) {
-    SetErrorInfo(0, nullptr);
-    return Value();
-  });
+  int calls = 0;
+  const auto forget = [&] { calls += SetErrorInfo(0, nullptr) == S_OK; };
+  log->On(L"LogEnd", forget);
+  texts->On(L"LoadString", forget);
   const auto handle = LogStart(L"A.B");
   ComPtr<ICreateErrorInfo> creation;
   ComPtr<IErrorInfo> pending, found;
-  ASSERT_EQ(CreateErrorInfo(&creation), S_OK);
-  ASSERT_EQ(creation.As(&pending), S_OK);
+  CreateErrorInfo(&creation);
+  creation.As(&pending);
   SetErrorInfo(0, pending.Get());
   LogEnd(handle, 1);
   LoadResText(L"用户");
-  EXPECT_EQ(log->Calls(L"LogEnd"), 1);
-  EXPECT_EQ(texts->Calls(L"LoadString"), 1);
-  ASSERT_EQ(GetErrorInfo(0, &found), S_OK);
-  EXPECT_EQ(found.Get(), pending.Get());
+  EXPECT_EQ(calls, 2);
+  EXPECT_EQ(GetErrorInfo(0, &found), S_OK);
+  EXPECT_EQ(found, pending);
+}
+
+class ContainerRoads : public LibraryTest, public ::testing::WithParamInterface<Road> {
+ protected:
+  Dictionary NewRecord() const { return Dictionary(GetParam().newDictionary()); }
+  Vector NewList() const { return Vector(GetParam().newVector()); }
+};
+
+INSTANTIATE_TEST_SUITE_P(, ContainerRoads, ::testing::ValuesIn(kRoads), [](const auto& i) { return i.param.name; });
+
+TEST_P(ContainerRoads, RecordKeepsOrderAndPlace) {
+  const auto record = NewRecord();
+  const auto inner = Record({{L"x", 1}});
+  record.Set(L"FCode"_key, Value(L"Save"));
+  record.Set(L"FID"_key, Value(1));
+  record.Set(L"Messages"_key, inner);
+  record.Set(L"nothing"_key, Value(ComPtr<IDispatch>()));
+  record.Set(L"FID"_key, Short(7));
+  EXPECT_EQ(Show(record), R"({FCode: "Save", FID: 7s, Messages: {x: 1}, nothing: none})");
+  EXPECT_EQ(PackageAt(record, L"Messages"_key).Object().Get(), inner.Object().Get());
+  record.Remove(L"FID"_key);
+  record.Remove(L"FID"_key);
+  record.Set(L"FID"_key, Value(8));
+  EXPECT_EQ(Show(record), R"({FCode: "Save", Messages: {x: 1}, nothing: none, FID: 8})");
+  for (const int outside : {-1, 0, 5}) EXPECT_EQ(record.Name(outside), L"") << outside;
+}
+
+TEST_P(ContainerRoads, AbsentFieldsAreEmptyOrTheFallback) {
+  const auto record = NewRecord();
+  record.Set(L"FMask"_key, Value(3));
+  record.Set(L"fallen"_key, Value());
+  const struct {
+    const wchar_t* key;
+    bool present;
+    const char *value, *orNothing, *orZero;
+  } cases[] = {{L"FMask", true, "3", "3", "3"},
+               {L"fallen", true, "empty", "empty", "empty"},
+               {L"fmask", false, "empty", "empty", "0"}};
+  for (const auto& c : cases) {
+    const Key key{TextView(c.key)};
+    EXPECT_EQ(record.Lookup(key), c.present);
+    EXPECT_EQ(Show(*record.Get(key)), c.value);
+    EXPECT_EQ(Show(*record.GetValue(key)), c.orNothing);
+    EXPECT_EQ(Show(*record.GetValue(key, Value(0))), c.orZero);
+  }
+  EXPECT_EQ(record.Count(), 2);
+}
+
+TEST_P(ContainerRoads, CopiesAreOneLevelDeep) {
+  const auto record = NewRecord();
+  record.Set(L"FName"_key, Value(L"a"));
+  record.Set(L"Users"_key, Record({{L"1", 1}}));
+  for (const auto& copy : {record.Clone(), record.CloneAll()}) {
+    EXPECT_EQ(Show(copy), Show(record));
+    copy.Set(L"FName"_key, Value(L"b"));
+    copy.Remove(L"absent"_key);
+    PackageAt(copy, L"Users"_key).Set(L"2"_key, Value(copy.Count()));
+    copy.Remove(L"Users"_key);
+  }
+  EXPECT_EQ(Show(record), R"({FName: "a", Users: {1: 1, 2: 2}})");
+}
+
+TEST_P(ContainerRoads, ListCountsFromOne) {
+  const auto list = NewList();
+  EXPECT_EQ(list.UBound(), 0);
+  const auto record = Record({{L"x", 1}});
+  list.Add(record);
+  list.Add(Value(L"text"));
+  EXPECT_EQ(Show(List({list.Count(), list.LBound(), list.UBound()})), "[2, 1, 2]");
+  EXPECT_EQ(list.Record(1).Object().Get(), record.Object().Get());
+  EXPECT_EQ(Show(*list.Item(2)), R"("text")");
+  for (const int outside : {-1, 0, 3}) {
+    EXPECT_EQ(Outcome([&] { return list.Item(outside)->Copy(); }), "下标越界") << outside;
+  }
+}
+
+// Scripts assign objects in either way, and some hosts ask for both at once.
+TEST_P(ContainerRoads, EveryAssignmentStoresTheObjectItself) {
+  const Value object = List({}).AsValue(), key(L"m");
+  constexpr WORD kBoth = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
+  for (const WORD flags : {WORD{DISPATCH_PROPERTYPUT}, WORD{DISPATCH_PROPERTYPUTREF}, kBoth}) {
+    const auto record = NewRecord();
+    VARIANT arguments[] = {object.Raw(), key.Raw()};
+    InvokeByName(record.Object().Get(), L"Value", flags, arguments);
+    EXPECT_EQ(record.Get(L"m"_key)->ToObject().Get(), object.ToObject().Get()) << flags;
+  }
 }
 
 }  // namespace

@@ -1,22 +1,77 @@
+#include <windows.h>
+#include <commctrl.h>
+
 #include "message/Message.h"
 #include "message/frmMsgUser.h"
-#include "tests/support/DialogUser.h"
+#include "tests/support/BoxWindow.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
 namespace {
 
-using Strings = std::vector<std::string>;
 using Ids = std::vector<std::int32_t>;
+
+// The recipient dialog as a person sees and works it. Keys go the way of every message of a dialog.
+class RecipientWindow {
+ public:
+  explicit RecipientWindow(HWND dialog) noexcept : dialog_(dialog) {}
+
+  HWND Window() const noexcept { return dialog_; }
+  HWND List() const noexcept { return GetDlgItem(dialog_, kLvwUserSelect); }
+  std::string Caption() const { return Utf8(TextOf(dialog_)); }
+
+  // "[x] Ann" or "[ ] Ann", in UTF-8.
+  Strings Rows() const {
+    Strings rows;
+    const auto count = static_cast<WPARAM>(SendMessageW(List(), LVM_GETITEMCOUNT, 0, 0));
+    for (WPARAM row = 0; row < count; ++row) {
+      const auto state = SendMessageW(List(), LVM_GETITEMSTATE, row, LVIS_STATEIMAGEMASK);
+      const auto name = Read<LVITEMW>(List(), LVM_GETITEMTEXTW, row, 0, &LVITEMW::pszText, &LVITEMW::cchTextMax);
+      rows.push_back((state == INDEXTOSTATEIMAGEMASK(2) ? "[x] " : "[ ] ") + name);
+    }
+    return rows;
+  }
+  // The texts of tab, column, and the buttons that send and do not.
+  Strings Texts() const {
+    return {Read<TCITEMW>(GetDlgItem(dialog_, kTabMain), TCM_GETITEMW, 0, TCIF_TEXT, &TCITEMW::pszText,
+                          &TCITEMW::cchTextMax),
+            Read<LVCOLUMNW>(List(), LVM_GETCOLUMNW, 0, LVCF_TEXT, &LVCOLUMNW::pszText, &LVCOLUMNW::cchTextMax),
+            Utf8(TextOf(GetDlgItem(dialog_, IDOK))), Utf8(TextOf(GetDlgItem(dialog_, IDCANCEL)))};
+  }
+
+  // A key, and Alt and a letter, that go to the control with the focus.
+  void Press(UINT key) const { Send(WM_KEYDOWN, key, 1); }
+  void PressAlt(wchar_t letter) const { Send(WM_SYSCHAR, letter, 1 << 29); }
+  void ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
+
+ private:
+  // The text that a control puts into the structure of a question.
+  template <class Asked>
+  static std::string Read(HWND control, UINT question, WPARAM index, UINT mask, LPWSTR Asked::*text, int Asked::*size) {
+    wchar_t buffer[256] = {};
+    Asked asked = {};
+    asked.mask = mask;
+    asked.*text = buffer;
+    asked.*size = 256;
+    SendMessageW(control, question, index, reinterpret_cast<LPARAM>(&asked));
+    return Utf8(buffer);
+  }
+  void Send(UINT message, WPARAM key, LPARAM details) const {
+    MSG sent = {GetFocus(), message, key, details, 0, {}};
+    if (!IsDialogMessageW(dialog_, &sent)) DispatchMessageW(&sent);
+  }
+
+  HWND dialog_;
+};
+
+// What a person does with the dialog, in the end closing it.
+using Actions = std::function<void(const RecipientWindow&)>;
 
 class RecipientDialogTest : public LibraryTest {
  protected:
   RecipientDialogTest() {
-    props->props = L"UserID=16394;ConnectString=c;";
-    command_.On(L"SendMessage", [this](Arguments& a) {
-      receivers = a.At(4).ToIntegers();
-      return Value();
-    });
+    props->props = L"UserID=16394;ConnectString={Server=a;Database=b};";
+    command_.On(L"SendMessage", [this](Arguments& a) { receivers = a.At(4).ToIntegers(); });
     message.ClassType(Record({}));
     message.TableInfo(Record({}));
     message.MustSelectMsgUser(true);
@@ -28,54 +83,57 @@ class RecipientDialogTest : public LibraryTest {
   }
 
   // Sends to `users` while a person does `actions`.
-  bool Send(DialogUser::Actions actions, const Text& title = L"") {
+  bool Send(const Actions& actions, const Text& title = {}) {
     message.SetMessage(Record({{L"FTitle", title}, {L"FMessage", L"内容"}, {L"MessageUsers", users}}));
-    DialogUser user(std::move(actions));
+    receivers.clear();
+    int shown = 0;
+    const DialogHook hook([&](HWND dialog) {
+      if (!GetDlgItem(dialog, kLvwUserSelect)) return;
+      ++shown;
+      SetTimer(dialog, reinterpret_cast<UINT_PTR>(&actions), 1, &OnShown);
+    });
     const bool sent = message.SendMessage(Dictionary());
-    shown = user.Shown();
+    EXPECT_EQ(shown, 1);
     return sent;
   }
 
   Message message;
   Dictionary users = Record({});
   Ids receivers;  // of what was sent
-  int shown = 0;
 
  private:
+  // The window is shown, and has the focus, once its own message loop runs a timer.
+  static void CALLBACK OnShown(HWND dialog, UINT, UINT_PTR actions, DWORD) noexcept {
+    KillTimer(dialog, actions);
+    (*reinterpret_cast<const Actions*>(actions))(RecipientWindow(dialog));
+  }
+
   FakeComponent command_{L"TavioAppCommand.Command"};
 };
 
 TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
-  EXPECT_TRUE(Send(
-      [](const RecipientWindow& window) {
-        EXPECT_EQ(window.Caption(), "消息接收用户 - 已审核");
-        EXPECT_EQ(window.Texts(), (Strings{"消息接收用户", "用户名", "发送(&O)", "不发送(&C)"}));
-        EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[x] 王芳", "[x] 李娜"}));
-        EXPECT_EQ(GetFocus(), window.List());
-        window.Press(VK_SPACE);
-        window.Press(VK_DOWN);
-        window.Press(VK_SPACE);
-        EXPECT_EQ(window.Rows(), (Strings{"[ ] 张伟", "[ ] 王芳", "[x] 李娜"}));
-        window.Press(VK_SPACE);
-        window.PressAlt(L'o');
-      },
-      L"已审核"));
+  const auto actions = [](const RecipientWindow& window) {
+    EXPECT_EQ(window.Caption(), "消息接收用户 - 已审核");
+    EXPECT_EQ(window.Texts(), (Strings{"消息接收用户", "用户名", "发送(&O)", "不发送(&C)"}));
+    EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[x] 王芳", "[x] 李娜"}));
+    EXPECT_EQ(GetFocus(), window.List());
+    for (const UINT key : {VK_SPACE, VK_DOWN, VK_SPACE}) window.Press(key);
+    EXPECT_EQ(window.Rows(), (Strings{"[ ] 张伟", "[ ] 王芳", "[x] 李娜"}));
+    window.Press(VK_SPACE);
+    window.PressAlt(L'o');
+  };
+  EXPECT_TRUE(Send(actions, L"已审核"));
   EXPECT_EQ(receivers, (Ids{2, 3}));
   EXPECT_EQ(Show(message.SelectedUser()), R"({2: {FUserID: 2, FName: "王芳"}, 3: {FUserID: 3, FName: "李娜"}})");
   EXPECT_EQ(users.Count(), 3) << "the stored list";
 }
 
 TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {
-  const Text title(300, L'长');
-  users.Set(Key(4), Record({{L"FUserID", 4}, {L"FName", L"李娜 \U0001F600"}}));
-  users.Set(Key(5), Record({{L"FUserID", 5}, {L"FName", L"محمد علي"}}));
-  for (std::int32_t id = 6; id <= 1000; ++id) users.Set(Key(id), Record({{L"FUserID", id}, {L"FName", L"用户"}}));
+  const Text title(300, L'长'), name = L"محمد 李\U0001F600";
+  for (std::int32_t id = 4; id <= 1000; ++id) users.Set(Key(id), Record({{L"FUserID", id}, {L"FName", name}}));
   const auto actions = [&](const RecipientWindow& window) {
     EXPECT_EQ(window.Caption(), Utf8(L"消息接收用户 - " + title));
-    const auto rows = window.Rows();
-    EXPECT_EQ(rows.size(), 1000u);
-    EXPECT_EQ(rows[3], "[x] 李娜 \xF0\x9F\x98\x80");
-    EXPECT_EQ(rows[4], "[x] محمد علي");
+    EXPECT_EQ(window.Rows().back(), "[x] " + Utf8(name));
     for (const UINT key : {VK_END, VK_SPACE, VK_RETURN}) window.Press(key);
   };
   EXPECT_TRUE(Send(actions, title));
@@ -84,26 +142,24 @@ TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {
 }
 
 TEST_F(RecipientDialogTest, EveryWayOutIsAnAnswer) {
-  const auto pressing = [](std::vector<UINT> keys) {
-    return [keys](const RecipientWindow& window) {
-      for (const UINT key : keys) window.Press(key);
-    };
-  };
   const struct {
-    DialogUser::Actions leave;
+    std::vector<UINT> keys;
+    void (*leave)(const RecipientWindow&);
     Ids receivers;
   } cases[] = {
-      {pressing({VK_RETURN}), {1, 2, 3}},
-      {pressing({VK_ESCAPE}), {}},
-      {pressing({VK_SPACE, VK_DOWN, VK_SPACE, VK_DOWN, VK_SPACE, VK_RETURN}), {}},
-      {[](const auto& window) { window.PressAlt(L'c'); }, {}},
-      {[](const auto& window) { window.ClickCloseBox(); }, {}},
+      {{VK_RETURN}, nullptr, {1, 2, 3}},
+      {{VK_ESCAPE}, nullptr, {}},
+      {{VK_SPACE, VK_DOWN, VK_SPACE, VK_DOWN, VK_SPACE, VK_RETURN}, nullptr, {}},
+      {{}, [](const RecipientWindow& window) { window.PressAlt(L'c'); }, {}},
+      {{}, [](const RecipientWindow& window) { window.ClickCloseBox(); }, {}},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
-    receivers.clear();
-    EXPECT_EQ(Send(c.leave), !c.receivers.empty());
-    EXPECT_EQ(shown, 1);
+    const auto actions = [&](const RecipientWindow& window) {
+      for (const UINT key : c.keys) window.Press(key);
+      if (c.leave) c.leave(window);
+    };
+    EXPECT_EQ(Send(actions), !c.receivers.empty());
     EXPECT_EQ(receivers, c.receivers);
     EXPECT_EQ(message.SelectedUser().Count(), static_cast<std::int32_t>(c.receivers.size()));
   }
@@ -119,15 +175,13 @@ TEST_F(RecipientDialogTest, CaptionsOfTheFormTextLoaderArrive) {
       const Component found(form.Read(control).ToObject());
       found.Assign(L"Caption", Value(TextView(found.Read(L"Name").ToText() + L"!")));
     }
-    return Value();
   });
-  Send(
-      [](const RecipientWindow& window) {
-        EXPECT_EQ(window.Caption(), "Recipients - 标题");
-        EXPECT_EQ(window.Texts(), (Strings{"tabMain!", "lvwUserSelect!", "cmdOK!", "cmdCancel!"}));
-        window.Press(VK_ESCAPE);
-      },
-      L"标题");
+  const auto actions = [](const RecipientWindow& window) {
+    EXPECT_EQ(window.Caption(), "Recipients");
+    EXPECT_EQ(window.Texts(), (Strings{"tabMain!", "lvwUserSelect!", "cmdOK!", "cmdCancel!"}));
+    window.Press(VK_ESCAPE);
+  };
+  Send(actions);
   EXPECT_EQ(loader.Calls(L"LoadFrmResStrings"), 1);
 }
 
@@ -139,12 +193,42 @@ TEST_F(RecipientDialogTest, LeavesTheHostAsItWas) {
   Send([&](const RecipientWindow& window) {
     EXPECT_EQ(GetWindow(window.Window(), GW_OWNER), host);
     EXPECT_FALSE(IsWindowEnabled(host));
-    EXPECT_EQ(window.Caption(), "消息接收用户") << "without a title";
     window.Press(VK_ESCAPE);
   });
   EXPECT_TRUE(IsWindowEnabled(host));
   EXPECT_EQ(GetFocus(), host);
   DestroyWindow(host);
+}
+
+TEST_F(RecipientDialogTest, MissingNamesComeFromThePlatformIntoTheEntries) {
+  FakeComponent billInfo(L"TavioMBOSMultiCheck.BillInfo");
+  FakeRecords records(
+      List({Record({{L"FUserID", 4}, {L"FName", L"王芳"}, {L"FUserName", L"wang"}}),
+            Record({{L"FUserID", 99}, {L"FName", L"nobody's"}}), Record({{L"FUserID", L"5"}, {L"FUserName", L"li"}}),
+            Record({{L"FUserID", 3}, {L"FName", L"not asked for"}})}));
+  billInfo.On(L"GetUsers", [&](Arguments& a) {
+    EXPECT_EQ(a.Count(), 1u);
+    EXPECT_EQ(Show(a.At(0)), R"("Server=a;Database=b")");
+    return Value(records.New());
+  });
+  users = Record({{L"3", Record({{L"FName", L"张伟"}})}});
+  const auto showing = [](Strings rows) {
+    return [rows](const RecipientWindow& window) {
+      EXPECT_EQ(window.Rows(), rows);
+      window.Press(VK_SPACE);
+      window.Press(VK_RETURN);
+    };
+  };
+  EXPECT_FALSE(Send(showing({"[x] 张伟"})));
+  EXPECT_EQ(billInfo.Created(), 0) << "nothing is asked where every name is known";
+  users.Set(L"4"_key, Record({{L"FUserID", 4}}));
+  users.Set(L"5"_key, Record({{L"FName", L"Unknown"}}));
+  users.Set(L"6"_key, Record({}));
+  users.Set(L"7"_key, Value(L"no record"));
+  EXPECT_TRUE(Send(showing({"[x] 张伟", "[x] 王芳", "[x] li", "[x] Unknown"})));
+  EXPECT_EQ(Show(message.SelectedUser()),
+            R"({4: {FUserID: 4, FName: "王芳"}, 5: {FName: "li"}, 6: {}, 7: "no record"})");
+  EXPECT_EQ(billInfo.Calls(L"GetUsers"), 1);
 }
 
 }  // namespace

@@ -1,17 +1,15 @@
 #include <filesystem>
+#include <fstream>
 
 #include "foundation/AppFolder.h"
 #include "message/Message.h"
-#include "tests/support/FakeRecords.h"
-#include "tests/support/ForeignRecord.h"
+#include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
 namespace {
 
-Box Report(const wchar_t* description) {
-  return Warning(L"TavioClassBillAction.Message : SendMessage\r\n" + Text(description));
-}
+namespace fs = std::filesystem;
 
 Dictionary Users(std::initializer_list<std::int32_t> ids) {
   const auto users = Dictionary::New();
@@ -19,12 +17,16 @@ Dictionary Users(std::initializer_list<std::int32_t> ids) {
   return users;
 }
 
-std::vector<Text> FilesLeft() {
-  std::vector<Text> files;
-  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(GetAppFolder()))) {
-    if (entry.path().extension() == L".tmp") files.push_back(entry.path().filename().wstring());
+std::vector<fs::path> FilesLeft() {
+  std::vector<fs::path> files;
+  for (const auto& entry : fs::directory_iterator(fs::path(GetAppFolder()))) {
+    if (entry.path().extension() == L".tmp") files.push_back(entry.path());
   }
   return files;
+}
+
+void RemoveFiles() {
+  for (const auto& file : FilesLeft()) fs::remove(file);
 }
 
 class SendMessageTest : public LibraryTest {
@@ -35,13 +37,10 @@ class SendMessageTest : public LibraryTest {
     message.ClassTypeID(5);
     message.ClassType(Record({}));
     message.TableInfo(Record({}));
-    Take(L"内容", L"标题", Users({3, 7}));
   }
-  ~SendMessageTest() override {
-    for (const auto& name : FilesLeft()) DeleteFileW((GetAppFolder() + name).c_str());
-  }
+  ~SendMessageTest() override { RemoveFiles(); }
 
-  void Take(const wchar_t* text, const wchar_t* caption, const Item& to) {
+  void Take(const wchar_t* text, const Text& caption, const Item& to) {
     message.SetMessage(Record({{L"FID", 1}, {L"FTitle", caption}, {L"FMessage", text}, {L"MessageUsers", to}}));
   }
   Value Receive(Arguments& a) {
@@ -64,7 +63,7 @@ class SendMessageTest : public LibraryTest {
   std::string content, rest;
   std::vector<std::int32_t> users;
   Text title;
-  std::vector<Text> filesThen;
+  std::vector<fs::path> filesThen;
   Message message;
 };
 
@@ -79,26 +78,21 @@ TEST_F(SendMessageTest, CommandTakesTheMessageInBytes) {
   EXPECT_EQ(users, (std::vector{3, -7}));
   EXPECT_EQ(title, L"[no]");
   ASSERT_EQ(filesThen.size(), 1u);
-  EXPECT_EQ(filesThen[0].substr(0, 9), L"temp1.639");
-  EXPECT_EQ(FilesLeft(), std::vector<Text>{});
-  EXPECT_EQ(Show(*message.GetMessage().Get(L"MessageUsers"_key)), "{3: {FUserID: 3}, -7: {FUserID: -7}}");
+  EXPECT_EQ(filesThen[0].filename().wstring().substr(0, 9), L"temp1.639");
+  EXPECT_TRUE(FilesLeft().empty());
   EXPECT_EQ(command->Living(), 0);
   const std::string label = "TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者";
-  EXPECT_EQ(log->entries.front(), "begin " + label);
-  EXPECT_EQ(log->entries.back(), "end " + label + " 1");
-}
+  EXPECT_EQ(log->entries.front() + log->entries.back(), "begin " + label + "end " + label + " 1");
 
-TEST_F(SendMessageTest, TitleAndCommandTextAreShaped) {
   message.ClassTypeID(1003000);
-  Take(L"", (L"a\r\nb" + Text(60, L'长')).c_str(), Users({3}));
+  Take(L"", L"a\r\nb" + Text(60, L'长'), Users({3}));
   EXPECT_TRUE(message.SendMessage({}));
   EXPECT_EQ(title, L"a\x14\nb" + Text(46, L'长')) << "control character 20 for the carriage return, and 50 in all";
   EXPECT_EQ(content, "\r");
-  EXPECT_EQ(rest, R"(["Provider=x;Server=y", 0, 16394, 0s, 1s, "FUNCID:63510509|FFlag:1|FInterID:0"])");
+  EXPECT_EQ(rest, R"(["Provider=x;Server=y", 0, 16394, 0s, 1s, "FUNCID:63510509|FFlag:1|FInterID:77"])");
 }
 
 TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
-  const auto bill = [](const Item& held) { return Record({{L"Page1", Record({{L"FBiller", held}})}}); };
   auto info = Record({{L"FBiller", Record({{L"FKey", L"FBiller"}, {L"FNeedSave", 1}, {L"FLookUpType", 7}})},
                       {L"Page1", Record({{L"FBiller", 1}})}});
   FakeComponent classInfo(L"TavioMClass.ClassInfo");
@@ -126,7 +120,7 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
     Take(L"a", L"b", Users({3, 5, 7}));
-    message.Data(bill(c.held));
+    message.Data(Record({{L"Page1", Record({{L"FBiller", c.held}})}}));
     users.clear();
     EXPECT_EQ(message.SendMessage(c.given), !c.sentTo.empty());
     EXPECT_EQ(users, c.sentTo);
@@ -137,27 +131,35 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
 }
 
 TEST_F(SendMessageTest, FailuresAreReported) {
-  const auto nameless = Record({{L"3", 1}, {L"张三", 1}});
+  const Text usual = props->props;
+  std::ifstream reader;  // of the message's file
+  const auto keepOpen = [&] { reader.open(FilesLeft().at(0)); };
+  const auto nobody = Record({{L"3", 1}, {L"张三", 1}});
   const auto tooMany = Dictionary::New();
   for (std::int32_t id = 1; id <= 32768; ++id) tooMany.Set(Key(id), Value(id));
-  const Text usual = props->props;
   const struct {
     std::function<void()> prepare;
-    Boxes boxes;
+    const wchar_t* description;
+    bool sent;
   } cases[] = {
-      {[&] { Take(L"a", L"b", nameless); }, {Report(L"类型不匹配")}},
-      {[&] { Take(L"a", L"b", tooMany); }, {Report(L"溢出")}},
-      {[&] { props->props = L"ConnectString=x;"; }, {Report(L"缺少共享属性 UserID")}},
-      {[&] { command->On(L"SendMessage", Failing(L"断开")); }, {Report(L"断开")}},
-      {[&] { command.reset(); }, {Report(L"不能创建组件 TavioAppCommand.Command")}},
+      {[&] { Take(L"a", L"b", nobody); }, L"类型不匹配", false},
+      {[&] { Take(L"a", L"b", tooMany); }, L"溢出", false},
+      {[&] { props->props = L"ConnectString=x;"; }, L"缺少共享属性 UserID", false},
+      {[&] { command->On(L"SendMessage", Failing(L"断开")); }, L"断开", false},
+      {[&] { command->On(L"SendMessage", keepOpen); }, L"不能删除文件", true},  // behind the call
+      {[&] { command.reset(); }, L"不能创建组件 TavioAppCommand.Command", false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
     Take(L"a", L"b", Users({3}));
     props->props = usual;
     c.prepare();
-    EXPECT_FALSE(message.SendMessage({}));
-    EXPECT_EQ(boxes.Take(), c.boxes);
+    RemoveFiles();
+    EXPECT_EQ(message.SendMessage({}), c.sent);
+    reader.close();
+    auto shown = boxes.Take();
+    if (c.sent) shown.at(0).text.resize(shown.at(0).text.rfind(L' '));  // the path
+    EXPECT_EQ(shown, Boxes{Report(L"Message : SendMessage", c.description)});
   }
 }
 

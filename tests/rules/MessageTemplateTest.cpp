@@ -2,10 +2,10 @@
 
 #include "message/MessageTemplate.h"
 
-namespace tavio {
+namespace tavio::test {
 namespace {
 
-TEST(MessageTemplateTest, NamesReachFromABracketToTheFirstClosingOne) {
+TEST(MessageTemplate, NamesReachFromABracketToTheFirstClosingOne) {
   const struct {
     TextView text, rewritten;
   } cases[] = {
@@ -29,4 +29,4 @@ TEST(MessageTemplateTest, NamesReachFromABracketToTheFirstClosingOne) {
 }
 
 }  // namespace
-}  // namespace tavio
+}  // namespace tavio::test

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 #include <ostream>
 
 #include "tests/support/BoxWindow.h"
@@ -12,16 +11,9 @@
 namespace tavio::test {
 namespace {
 
-BoxWatcher* watcher = nullptr;
-
-const std::pair<UINT, std::vector<int>> kChoices[] = {
-    {MB_OK, {IDOK}},
-    {MB_YESNOCANCEL, {IDYES, IDNO, IDCANCEL}},
-    {MB_YESNO, {IDYES, IDNO}},
-};
+DialogHook* innermost = nullptr;
 
 const std::pair<UINT, LPWSTR> kIcons[] = {
-    {MB_ICONERROR, IDI_ERROR},
     {MB_ICONQUESTION, IDI_QUESTION},
     {MB_ICONWARNING, IDI_WARNING},
     {MB_ICONINFORMATION, IDI_INFORMATION},
@@ -38,11 +30,10 @@ UINT IconOf(HWND box) {
 }
 
 UINT StyleOf(HWND box, const std::vector<int>& buttons) {
-  const auto* choice = std::find_if(std::begin(kChoices), std::end(kChoices),
-                                    [&](const auto& known) { return known.second == buttons; });
-  if (choice == std::end(kChoices)) return ~0u;
-  const auto position = std::find(buttons.begin(), buttons.end(), DefaultButtonOf(box, buttons)) - buttons.begin();
-  return choice->first | IconOf(box) | static_cast<UINT>(position) * MB_DEFBUTTON2;
+  const bool asks = buttons == std::vector{IDYES, IDNO};
+  if (!asks && buttons != std::vector{IDOK}) return ~0u;  // which this system never shows
+  const UINT byDefault = DefaultButtonOf(box, buttons) == buttons.front() ? MB_DEFBUTTON1 : MB_DEFBUTTON2;
+  return (asks ? MB_YESNO : MB_OK) | IconOf(box) | byDefault;
 }
 
 }  // namespace
@@ -51,25 +42,25 @@ std::ostream& operator<<(std::ostream& out, const Box& box) {
   return out << "box \"" << Utf8(box.text) << "\", title \"" << Utf8(box.title) << "\", style " << box.style;
 }
 
-BoxWatcher::BoxWatcher() : hook_(SetWindowsHookExW(WH_CALLWNDPROCRET, &OnHook, nullptr, GetCurrentThreadId())) {
-  watcher = this;
+DialogHook::DialogHook(std::function<void(HWND)> started)
+    : started_(std::move(started)), outer_(std::exchange(innermost, this)) {
+  if (!outer_) hook_ = SetWindowsHookExW(WH_CALLWNDPROCRET, &OnHook, nullptr, GetCurrentThreadId());
 }
 
-BoxWatcher::~BoxWatcher() {
-  UnhookWindowsHookEx(hook_);
-  watcher = nullptr;
+DialogHook::~DialogHook() {
+  if (!outer_) UnhookWindowsHookEx(hook_);
+  innermost = outer_;
 }
 
-// Once a dialog has handled its start, all that it shows is set.
-LRESULT CALLBACK BoxWatcher::OnHook(int code, WPARAM sentHere, LPARAM details) {
+LRESULT CALLBACK DialogHook::OnHook(int code, WPARAM sentHere, LPARAM details) {
   const auto& handled = *reinterpret_cast<const CWPRETSTRUCT*>(details);
-  if (code == HC_ACTION && handled.message == WM_INITDIALOG && IsMessageBox(handled.hwnd)) {
-    watcher->Answer(handled.hwnd);
-  }
+  const bool starts = code == HC_ACTION && handled.message == WM_INITDIALOG;
+  for (auto* hook = starts ? innermost : nullptr; hook; hook = hook->outer_) hook->started_(handled.hwnd);
   return CallNextHookEx(nullptr, code, sentHere, details);
 }
 
 void BoxWatcher::Answer(HWND box) {
+  if (!IsMessageBox(box)) return;
   const auto buttons = ButtonsOf(box);
   shown_.push_back({TextOf(GetDlgItem(box, kBoxText)), TextOf(box), StyleOf(box, buttons)});
   int button = answer_;

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <iosfwd>
 #include <utility>
 #include <vector>
@@ -25,15 +26,25 @@ using Boxes = std::vector<Box>;
 // The report of a failed operation.
 inline Box Warning(Text text) { return {std::move(text), L"Morla提示", MB_OK | MB_ICONWARNING}; }
 
-// Reads and answers the message boxes of this thread while it lives, by a hook on the start of dialogs. There is at
-// most one watcher at a time.
+// Calls `started` with each dialog of this thread while it lives. All that a dialog shows is set then.
+class DialogHook {
+ public:
+  explicit DialogHook(std::function<void(HWND)> started);
+  ~DialogHook();
+  DialogHook(const DialogHook&) = delete;
+  DialogHook& operator=(const DialogHook&) = delete;
+
+ private:
+  static LRESULT CALLBACK OnHook(int code, WPARAM sentHere, LPARAM details);
+
+  std::function<void(HWND)> started_;
+  DialogHook* outer_;
+  HHOOK hook_ = nullptr;
+};
+
+// Reads and answers the message boxes of this thread while it lives.
 class BoxWatcher {
  public:
-  BoxWatcher();
-  ~BoxWatcher();
-  BoxWatcher(const BoxWatcher&) = delete;
-  BoxWatcher& operator=(const BoxWatcher&) = delete;
-
   // The button that the following boxes are answered with, IDOK at the start. A box that lacks it fails the test and is
   // answered with its first button; kAny answers every box so.
   static constexpr int kAny = 0;
@@ -42,12 +53,11 @@ class BoxWatcher {
   Boxes Take() { return std::exchange(shown_, {}); }
 
  private:
-  static LRESULT CALLBACK OnHook(int code, WPARAM window, LPARAM details);
   void Answer(HWND box);
 
-  HHOOK hook_;
   int answer_ = IDOK;
   Boxes shown_;
+  DialogHook hook_{[this](HWND dialog) { Answer(dialog); }};
 };
 
 }  // namespace tavio::test

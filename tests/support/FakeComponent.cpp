@@ -43,6 +43,8 @@ struct FakeObject::Kind {
   };
 
   std::map<std::wstring, Member> members;  // by upper-cased name
+  IID shown = IID_NULL;
+  ComPtr<IDispatch> real;
   int created = 0;
   int living = 0;
 };
@@ -52,15 +54,12 @@ class FakeInstance final : public LateBound {
  public:
   explicit FakeInstance(std::shared_ptr<FakeObject::Kind> kind) : kind_(std::move(kind)) {
     for (auto& [name, member] : kind_->members) {
-      auto& known = member;
-      const auto read = [&known](Arguments& arguments) {
+      const auto read = [&known = member](Arguments& arguments) {
         ++known.calls;
         const auto method = known.read;  // which may replace itself
         return method(arguments);
       };
-      FakeObject::Method assign;
-      if (known.assign) assign = [&known](Arguments& arguments) { return known.assign(arguments); };
-      Add(name.c_str(), read, assign);
+      Add(name.c_str(), read, member.assign);
     }
     ++kind_->created;
     ++kind_->living;
@@ -69,6 +68,11 @@ class FakeInstance final : public LateBound {
   ~FakeInstance() override {
     --kind_->living;
     --living;
+  }
+
+  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
+    const bool shown = kind_->real && iid == kind_->shown;
+    return shown ? kind_->real->QueryInterface(iid, object) : LateBound::QueryInterface(iid, object);
   }
 
  private:
@@ -107,12 +111,15 @@ class FakeFactory final : public IClassFactory {
 
 FakeObject::FakeObject() : kind_(std::make_shared<Kind>()) {}
 
-void FakeObject::On(const wchar_t* member, Method read) { On(member, std::move(read), nullptr); }
-
-void FakeObject::On(const wchar_t* member, Method read, Method assign) {
+void FakeObject::Put(const wchar_t* member, Method read, Method assign) {
   auto& known = kind_->members[ToUpper(member)];
   known.read = std::move(read);
   known.assign = std::move(assign);
+}
+
+void FakeObject::AnswerFor(const IID& id, ComPtr<IDispatch> real) {
+  kind_->shown = id;
+  kind_->real = std::move(real);
 }
 
 ComPtr<IDispatch> FakeObject::New() {
@@ -142,6 +149,11 @@ FakeComponent::FakeComponent(const wchar_t* progId) : progId_(progId) {
 FakeComponent::~FakeComponent() {
   RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kClasses + progId_).c_str());
   CoRevokeClassObject(cookie_);
+}
+
+LateBound::Method Failing(const wchar_t* description) {
+  return
+      [description](Arguments&) -> Value { throw Error(static_cast<HRESULT>(0x80040123), L"Platform", description); };
 }
 
 }  // namespace tavio::test

@@ -5,6 +5,7 @@
 #include <string>
 
 #include "support/LateBound.h"
+#include "tests/support/Packages.h"
 
 namespace tavio::test {
 
@@ -26,10 +27,23 @@ class FakeObject {
   FakeObject(const FakeObject&) = delete;
   FakeObject& operator=(const FakeObject&) = delete;
 
-  // A method or a property that is read; given again, it replaces the earlier one.
-  void On(const wchar_t* member, Method read);
-  // A property that is also assigned; the new value is the last argument.
-  void On(const wchar_t* member, Method read, Method assign);
+  // A method or a property that is read, a property that is also assigned, and one that is only assigned; the new value
+  // is the last argument. Given again, it replaces the earlier one. A function takes the arguments or nothing, and
+  // answers anything that can be stored or nothing.
+  template <class Read>
+  void On(const wchar_t* member, Read read) {
+    Put(member, Adapted(std::move(read)), nullptr);
+  }
+  template <class Read, class Assign>
+  void On(const wchar_t* member, Read read, Assign assign) {
+    Put(member, Adapted(std::move(read)), Adapted(std::move(assign)));
+  }
+  template <class Assign>
+  void OnAssign(const wchar_t* member, Assign assign) {
+    Put(member, nullptr, Adapted(std::move(assign)));
+  }
+  // One more interface that objects answer for, which is that of `real`.
+  void AnswerFor(const IID& id, ComPtr<IDispatch> real);
 
   ComPtr<IDispatch> New();
 
@@ -41,6 +55,27 @@ class FakeObject {
  private:
   friend class FakeInstance;
   struct Kind;
+
+  template <class Function>
+  static Method Adapted(Function function) {
+    return [function = std::move(function)](Arguments& arguments) mutable -> Value {
+      const auto call = [&] {
+        if constexpr (std::is_invocable_v<Function&>) {
+          return function();
+        } else {
+          return function(arguments);
+        }
+      };
+      if constexpr (std::is_void_v<decltype(call())>) {
+        call();
+        return Value();
+      } else {
+        return Item(call()).value.Copy();
+      }
+    };
+  }
+  void Put(const wchar_t* member, Method read, Method assign);
+
   std::shared_ptr<Kind> kind_;
 };
 
@@ -58,5 +93,8 @@ class FakeComponent : public FakeObject {
   std::wstring progId_;
   DWORD cookie_ = 0;
 };
+
+// A member that raises that description.
+LateBound::Method Failing(const wchar_t* description);
 
 }  // namespace tavio::test

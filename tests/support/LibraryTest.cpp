@@ -20,13 +20,9 @@ bool NoContainerIsAlive() {
 }  // namespace
 
 FakeTexts::FakeTexts() : FakeComponent(L"TavioResLoader.Loader") {
-  const auto property = [this](const wchar_t* name, Text& stored) {
+  const auto property = [this](const wchar_t* name, Text& held) {
     On(
-        name, [&stored](Arguments&) { return Value(TextView(stored)); },
-        [&stored](Arguments& a) {
-          stored = a.At(0).ToText();
-          return Value();
-        });
+        name, [&held] { return held; }, [&held](Arguments& a) { held = a.At(0).ToText(); });
   };
   property(L"ResFileBaseName", fileName);
   property(L"LanguageID", language);
@@ -34,16 +30,15 @@ FakeTexts::FakeTexts() : FakeComponent(L"TavioResLoader.Loader") {
 }
 
 FakeLog::FakeLog() : FakeComponent(L"MorlaLogMsg.Log") {
-  On(L"IsEnabled", [](Arguments&) { return Value(true); });
+  On(L"IsEnabled", [] { return true; });
   On(L"LogStart", [this](Arguments& a) {
-    labels_.push_back(a.At(0).ToText());
-    entries.push_back("begin " + Utf8(labels_.back()));
-    return Value(static_cast<std::int32_t>(labels_.size()));
+    labels_.push_back(Utf8(a.At(0).ToText()));
+    entries.push_back("begin " + labels_.back());
+    return static_cast<std::int32_t>(labels_.size());
   });
   On(L"LogEnd", [this](Arguments& a) {
-    const auto& label = labels_.at(static_cast<std::size_t>(a.At(0).ToInt32()) - 1);
-    entries.push_back("end " + Utf8(label) + " " + Show(a.At(1)));
-    return Value();
+    for (const std::size_t i : {0, 1}) EXPECT_EQ(a.Raw(i).vt, VT_BYREF | VT_I4);
+    entries.push_back("end " + labels_.at(static_cast<std::size_t>(a.At(0).ToInt32()) - 1) + " " + Show(a.At(1)));
   });
 }
 
@@ -52,6 +47,20 @@ FakeProps::FakeProps() : FakeComponent(L"TavioSharedProps.PropStore") {
     EXPECT_EQ(a.At(0).ToInt32(), static_cast<std::int32_t>(GetCurrentProcessId()));
     return a.At(1).EqualsText(L"PropsString") ? Value(TextView(props)) : Value();
   });
+}
+
+FakeRecords::FakeRecords(Vector records) : records_(std::move(records)) {
+  On(L"EOF", [this] { return position_ > records_.Count(); });
+  On(L"MoveNext", [this] { return ++position_; });
+  On(L"Fields", [this] { return fields_.New(); });
+  fields_.On(L"Item", [this](Arguments& a) {
+    const auto record = records_.Record(position_);
+    const Key name(a.At(0).ToText());
+    if (!record.Lookup(name)) throw Error(E_INVALIDARG, L"Records", Text(name.View()));
+    current_ = record.Get(name)->Copy();
+    return field_.New();
+  });
+  field_.On(L"Value", [this] { return current_.Copy(); });
 }
 
 LibraryTest::LibraryTest() { Process() = {}; }

@@ -5,11 +5,14 @@
 #include <optional>
 #include <vector>
 
+#include "foundation/Error.h"
 #include "tests/support/BoxWatcher.h"
 #include "tests/support/FakeComponent.h"
 #include "tests/support/Packages.h"
 
 namespace tavio::test {
+
+using Strings = std::vector<std::string>;
 
 // TavioResLoader.Loader: every text's translation is the text itself.
 class FakeTexts : public FakeComponent {
@@ -24,10 +27,10 @@ class FakeTexts : public FakeComponent {
 class FakeLog : public FakeComponent {
  public:
   FakeLog();
-  std::vector<std::string> entries;
+  Strings entries;
 
  private:
-  std::vector<Text> labels_;
+  Strings labels_;
 };
 
 // TavioSharedProps.PropStore: answers `props` for PropsString.
@@ -36,6 +39,33 @@ class FakeProps : public FakeComponent {
   FakeProps();
   Text props = L"Language=chs;UserID=16394;UserName=Ann;";
 };
+
+// A record set of a platform component: a Vector of records, read by EOF, MoveNext, Fields, Item and Value. A field
+// that the current record lacks is an error, as it is there.
+class FakeRecords : public FakeObject {
+ public:
+  explicit FakeRecords(Vector records);
+
+ private:
+  Vector records_;
+  std::int32_t position_ = 1;
+  FakeObject fields_;
+  FakeObject field_;
+  Value current_;
+};
+
+// The report of a failed operation, as in Report(L"Message : AddUser", L"断开").
+inline Box Report(const Text& label, const Text& description) {
+  return Warning(L"TavioClassBillAction." + label + L"\r\n" + description);
+}
+
+// What `body` answers, or the description of what it raises.
+template <class Body>
+std::string Outcome(Body&& body) try {
+  return Show(Item(body()).value);
+} catch (const Error& error) {
+  return Utf8(error.Description());
+}
 
 // A test of the library with what every operation touches: texts, log, shared properties (reset one to take it away)
 // and message boxes. When it ends, every box must have been taken, and no container and no fake may be alive.

@@ -20,6 +20,7 @@ struct Item {
   Item(const Text& text) : value(TextView(text)) {}
   Item(const Dictionary& record) : value(record.AsValue()) {}
   Item(const Vector& list) : value(list.AsValue()) {}
+  Item(const ComPtr<IDispatch>& object) : value(object) {}
   template <class T>
   requires std::integral<T> || std::floating_point<T> Item(T scalar) : value(scalar) {}
 };

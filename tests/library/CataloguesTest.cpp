@@ -1,0 +1,177 @@
+#include "catalogues/BillEnvironments.h"
+#include "catalogues/PredefineActions.h"
+#include "foundation/Error.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType = 1) {
+  return Record({{L"FMask", mask}, {L"FID", id}, {L"FBillType", billType}});
+}
+
+Dictionary RecordAt(const Vector& list, std::int32_t position) { return list.Record(position); }
+Dictionary RecordAt(const Dictionary& set, std::int32_t position) { return Dictionary(*set.At(position).value); }
+
+// One field of every record.
+std::string Column(const auto& records, const wchar_t* field = L"FID") {
+  if (!records) return "none";
+  std::string column;
+  for (std::int32_t i = 1; i <= records.Count(); ++i) {
+    column += Show(*RecordAt(records, i).Get(Key(TextView(field)))) + " ";
+  }
+  return column;
+}
+
+class CataloguesTest : public LibraryTest {
+ protected:
+  CataloguesTest() {
+    Answer(L"GetBillEnvironments", [this] { return source.AsValue(); });
+    Answer(L"GetClassMenu", [this] { return menu.AsValue(); });
+    Answer(L"getpredefineactions", [this] { return catalogue.AsValue(); });
+  }
+
+  void Answer(const wchar_t* member, std::function<Value()> package) {
+    classInfo.On(member, [this, package](Arguments& a) {
+      EXPECT_EQ(Show(a.At(0)), '"' + Utf8(props->props) + '"');
+      if (!answers) throw Error(E_FAIL, L"ClassInfo", L"没有启动");
+      return package();
+    });
+  }
+
+  FakeComponent classInfo{L"TavioMClass.ClassInfo"};
+  bool answers = true;
+  Vector source = List({Scenario(1, 101), Scenario(2, 102, 3), Scenario(3, 103, 2), Scenario(7, 107, 0x40000000)});
+  Dictionary menu = Record({{L"FName", L"菜单"}});
+  BillEnvironments environments;
+  Vector catalogue = List({Record({{L"FCode", L"Save"}, {L"FBillType", 1}, {L"FRightMask", 4}}),
+                           Record({{L"FCode", L"Check"}, {L"FBillType", 0x40000003}, {L"FRightMask", Short(16)}}),
+                           Record({{L"FCode", L"Save"}, {L"FBillType", Short(2)}}), Record({{L"FName", L"无编码"}})});
+  PredefineActions actions;
+};
+
+TEST_F(CataloguesTest, EqualMasksCollapseToTheLastInTheFirstPlace) {
+  source = List({Scenario(1, 10), Scenario(4, 40), Scenario(1, 11)});
+  EXPECT_EQ(Show(environments.GetList()),
+            "{1: {FMask: 1, FID: 11, FBillType: 1, Parent: 0, Level: 0}, "
+            "4: {FMask: 4, FID: 40, FBillType: 1, Parent: 0, Level: 0}}");
+  EXPECT_EQ(Show(source.Record(1)), "{FMask: 1, FID: 10, FBillType: 1}");
+}
+
+TEST_F(CataloguesTest, ScenariosAreSortedAsATreeOfSharedRecords) {
+  EXPECT_EQ(Column(environments.GetSortList()), "107 103 102 101 ");
+  EXPECT_EQ(Column(environments.GetSortList(), L"Parent"), "0 7 3 3 ");
+  EXPECT_EQ(Column(environments.GetSortList(), L"Level"), "0 1 2 2 ");
+  EXPECT_EQ(environments.GetList().Object().Get(), environments.GetList().Object().Get());
+  const auto whole = environments.GetSortList(), found = environments.GetSortList(0, 107);
+  for (const auto& record : {whole.Record(1), found.Record(1), PackageAt(environments.GetList(), L"7"_key),
+                             environments.GetItem(7, 101), environments.GetItem(0, 107)}) {
+    EXPECT_EQ(record.Object().Get(), source.Record(4).Object().Get());
+  }
+  EXPECT_FALSE(environments.GetItem(5, 107)) << "a mask that is given is exact";
+  EXPECT_EQ(classInfo.Calls(L"GetBillEnvironments"), 1);
+  EXPECT_EQ(environments.GetClassMenu().Object().Get(), menu.Object().Get());
+  EXPECT_EQ(classInfo.Living(), 0);
+}
+
+TEST_F(CataloguesTest, ScenariosAreFilteredByIdOrMask) {
+  source.Add(Record({{L"FMask", 64}}));
+  source.Add(Scenario(-8, 108));
+  const struct {
+    std::int32_t mask, id;
+    const char *set, *sorted, *message;
+  } cases[] = {
+      // The record without FID has id 0 and so is in every list that is asked for by mask only.
+      {2, 0, "102 103 107 empty ", "102 empty ", "107 103 102 empty "},
+      {3, -1, "101 102 103 107 ", "103 102 101 ", "107 103 102 101 "},
+      {0, 103, "103 ", "103 ", "103 "},
+      {1, 107, "101 103 107 ", "107 101 ", "107 103 101 "},
+      {-8, 999, "empty 108 ", "108 ", "empty 108 "},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(std::to_string(c.mask) + ", " + std::to_string(c.id));
+    EXPECT_EQ(Column(environments.GetList(c.mask, c.id)), c.set);
+    EXPECT_EQ(Column(environments.GetSortList(c.mask, c.id)), c.sorted);
+    EXPECT_EQ(Column(environments.GetSortListMsg(c.mask, c.id)), c.message);
+  }
+}
+
+TEST_F(CataloguesTest, BillTypesAreCountedFromOneTo31) {
+  const struct {
+    std::int32_t billType;
+    const char *scenarios, *actions;
+  } cases[] = {{1, "101 102 ", R"("Save" "Check" )"},
+               {2, "102 103 ", R"("Check" "Save" )"},
+               {31, "107 ", R"("Check" )"},
+               {3, "", ""},
+               {0, "", ""},
+               {-5, "", ""},
+               {32, "none", "none"}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(Column(environments.GetBillTypeList(c.billType)), c.scenarios) << c.billType;
+    EXPECT_EQ(Column(actions.GetDefaultActions(c.billType), L"FCode"), c.actions) << c.billType;
+  }
+  EXPECT_EQ(boxes.Take(), (Boxes{Report(L"BillEnvironments : GetBillTypeList ", L"溢出"),
+                                 Report(L"PredefineActions : GetDefaultActions", L"溢出")}));
+  // Its end entry never says that it went well.
+  for (std::size_t i = 1; i < log->entries.size(); i += 2) {
+    EXPECT_EQ(log->entries[i], "end TavioClassBillAction.BillEnvironments.GetBillTypeList 0");
+  }
+  const auto messages = Record({});
+  catalogue.Record(1).Set(L"Messages"_key, messages);
+  const auto copy = actions.GetDefaultActions(1).Record(1);
+  EXPECT_NE(copy.Object().Get(), catalogue.Record(1).Object().Get());
+  EXPECT_EQ(PackageAt(copy, L"Messages"_key).Object().Get(), messages.Object().Get());
+}
+
+TEST_F(CataloguesTest, FailedLoadIsReportedAndTriedAgain) {
+  const Box noScenarios = Report(L"BillEnvironments : Initialize ", L"没有启动");
+  const Box noActions = Report(L"PredefineActions : Initialize ", L"没有启动");
+  const struct {
+    std::function<bool()> ask;
+    Boxes boxes;
+  } cases[] = {
+      {[&] { return !!environments.GetSortList(); }, {noScenarios}},
+      {[&] { return !!environments.GetItem(0, 101); },
+       {noScenarios, Report(L"BillEnvironments : GetItem ", L"对象未设置")}},
+      {[&] { return !!environments.GetClassMenu(); }, {Report(L"BillEnvironments : GetClassMenu ", L"没有启动")}},
+      {[&] { return !!actions.GetList(); }, {noActions}},
+      {[&] { return !!actions.Item(L"Save"); }, {noActions, Report(L"PredefineActions : Item", L"对象未设置")}},
+      {[&] { return actions.LookUp(L"Save"); }, {noActions, Report(L"PredefineActions : LookUp", L"对象未设置")}},
+      {[&] { return actions.LookupRightMask(4); }, {noActions}},
+  };
+  for (const bool answering : {false, true}) {
+    answers = answering;
+    for (const auto& c : cases) {
+      EXPECT_EQ(c.ask(), answering) << &c - cases;
+      EXPECT_EQ(boxes.Take(), answering ? Boxes{} : c.boxes) << &c - cases;
+    }
+  }
+  EXPECT_EQ(classInfo.Living(), 0);
+}
+
+TEST_F(CataloguesTest, ActionsAreFoundByExactlyTheirCode) {
+  EXPECT_EQ(actions.Item(L"Save").Object().Get(), catalogue.Record(1).Object().Get()) << "the first";
+  EXPECT_TRUE(actions.LookUp(L"Check"));
+  for (const auto* other : {L"save", L"Save "}) EXPECT_FALSE(actions.LookUp(other)) << Utf8(other);
+  EXPECT_EQ(actions.GetList().Object().Get(), catalogue.Object().Get());
+  EXPECT_EQ(classInfo.Calls(L"getpredefineactions"), 1);
+  EXPECT_EQ(log->entries, Strings{});
+  const auto given = List({Value(L"no record")});
+  EXPECT_TRUE(actions.SetList(given.AsValue()));
+  EXPECT_EQ(actions.GetList().Object().Get(), given.Object().Get());
+  EXPECT_FALSE(actions.Item(L"Save"));
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"PredefineActions : Item", L"类型不匹配")});
+}
+
+TEST_F(CataloguesTest, RightMasksAreLookedUpSilently) {
+  catalogue.Add(Record({{L"FRightMask", L"none"}}));
+  catalogue.Add(Record({{L"FRightMask", 32}}));
+  // 0 is the mask of a record that has none; 32 stands behind the record that ends the walk.
+  for (const auto& [mask, used] : {std::pair{4, true}, {16, true}, {0, true}, {20, false}, {32, false}}) {
+    EXPECT_EQ(actions.LookupRightMask(mask), used) << mask;
+  }
+}
+
+}  // namespace
+}  // namespace tavio::test

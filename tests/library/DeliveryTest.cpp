@@ -1,0 +1,282 @@
+// Mails and short messages.
+
+#include "delivery/SmtpSender.h"
+#include "message/Message.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+constexpr char kProps[] = R"("Language=enu;UserID=16394;UserName=Ann;")";
+constexpr char kContent[] = "单号 CG001\r\n请处理";
+
+// A message about bill 77 of class type 5, to users 1 and 2 by any road. The platform knows users by type letter, and
+// notes what it was asked; so do the gateways.
+class DeliveryTest : public LibraryTest {
+ protected:
+  DeliveryTest() {
+    props->props = L"Language=enu;UserID=16394;UserName=Ann;";
+    users->On(L"GetUserInfo", [this](Arguments& a) {
+      EXPECT_EQ(a.Count(), 3u);
+      EXPECT_EQ(Show(a.At(0)), kProps);
+      EXPECT_EQ(a.Raw(2).vt, VT_BYREF | VT_DISPATCH);
+      asked.push_back(Utf8(a.At(1).ToText()) + " " + Show(a.At(2)));
+      return known.GetValue(Key(a.At(1).ToText()))->Copy();
+    });
+    const auto gateway = [this](std::optional<FakeComponent>& component, const wchar_t* member) {
+      component->On(member, [this](Arguments& a) {
+        EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_DISPATCH);
+        requests.push_back(Show(a.At(0)));
+        return answer.Copy();
+      });
+    };
+    gateway(mailGateway, L"MorlaSendMail");
+    gateway(smsGateway, L"SmsSendForBillCheck");
+    message.ClassTypeID(5);
+    message.ClassType(Record({{L"FName_CHS", L"采购申请"}, {L"FName_ENU", L"Requisition"}}));
+    message.TableInfo(Record({}));
+    message.AddVariable(Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}}));
+    message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", Record({{L"FBillNo", L"CG001"}})}}));
+    message.SetMessage(package);
+    log->entries.clear();
+  }
+  ~DeliveryTest() override {
+    for (const auto* fake : {&users, &mailGateway, &smsGateway}) EXPECT_EQ(*fake ? (*fake)->Living() : 0, 0);
+  }
+
+  static Dictionary TwoUsers() {
+    return Record({{L"1", Record({{L"FUserID", 1}})}, {L"2", Record({{L"FUserID", 2}})}});
+  }
+  bool SendEmail() { return message.SendEmail(Component(host.New())); }
+  static std::string Mail(const std::string& addresses, const std::string& attachment = "") {
+    return std::string("{PropsString: ") + kProps + R"(, Addrecipients: ")" + addresses +
+           R"(", Subject: "单据 [FBillNo]", Body: ")" + kContent + R"(", Addattachment: ")" + attachment +
+           R"(", bLog: 0s})";
+  }
+  static std::string ShortMessage(const std::string& numbers) {
+    return R"([{Recipients: ")" + numbers + R"(", SMContent: "单据 [FBillNo] : )" + kContent + R"(", PropsString: )" +
+           kProps + ", SmsIsBack: false, BillType: 5, BillNo: 77}]";
+  }
+
+  std::optional<FakeComponent> users{std::in_place, L"TavioMSmsManager.clsBillUseInfo"};
+  std::optional<FakeComponent> mailGateway{std::in_place, L"MorlaMobileOpen.MorlaSendMail"};
+  std::optional<FakeComponent> smsGateway{std::in_place, L"MorlaMobileOpen.MobileOpen"};
+  Dictionary known =
+      Record({{L"U", List({Record({{L"FUserID", 1}, {L"Email", L"ann@x.com"}, {L"Mobile", L"13800000001"}}),
+                           Record({{L"FUserID", 2}, {L"Email", L"bob@x.com"}, {L"Mobile", L"13800000002"}})})
+                         .AsValue()}});
+  Value answer{L""};
+  Strings asked, requests;
+  FakeObject host;
+  Dictionary package = Record({{L"FTitle", L"单据 [FBillNo]"},
+                               {L"FMessage", L"单号 [FBillNo]\r\n请处理"},
+                               {L"MessageUsers", TwoUsers()},
+                               {L"EmailUsers", TwoUsers()},
+                               {L"SMSUsers", TwoUsers()}});
+  Message message;
+};
+
+TEST_F(DeliveryTest, GatewaysTakeOneRequestToTheListedUsers) {
+  package.Set(L"FAccessoryForEmail"_key, Value(true));  // which nobody here can print
+  EXPECT_TRUE(SendEmail());
+  EXPECT_EQ(log->entries, (Strings{"begin TavioClassBillAction.Message.TransMessage 翻译消息",
+                                   "end TavioClassBillAction.Message.TransMessage 翻译消息 1"}));
+  answer = Value(L"ignored");
+  EXPECT_TRUE(message.SendShortMessage());
+  EXPECT_EQ(requests, (Strings{Mail("ann@x.com;bob@x.com"), ShortMessage("13800000001,13800000002")}));
+  EXPECT_EQ(asked, Strings(2, "U [{FUserID: 1}, {FUserID: 2}]"));
+}
+
+TEST_F(DeliveryTest, PrintedBillIsAttachedUnderTheObjectsName) {
+  FakeComponent print(L"TavioClassBillPrint.clsNotePrint");
+  const auto service = host.New();
+  print.OnAssign(L"dataSrv", [&](Arguments& a) { EXPECT_EQ(a.At(0).ToObject(), service); });
+  print.OnAssign(L"TableInfo", [&](Arguments& a) { EXPECT_EQ(Show(a.At(0)), "{}"); });
+  print.On(L"CreatePDFFile", [&](Arguments& a) {
+    EXPECT_EQ(Show(a.At(0)) + Show(a.At(1)) + Show(a.At(2)), std::string(R"("Requisition"77)") + kProps);
+    a.Return(0, Value(L"bill.pdf"));
+    return Value(true);
+  });
+  package.Set(L"FAccessoryForEmail"_key, Value(true));
+  EXPECT_TRUE(message.SendEmail(Component(service)));
+  EXPECT_EQ(requests, Strings{Mail("ann@x.com;bob@x.com", "bill.pdf")});
+}
+
+TEST_F(DeliveryTest, AsksOncePerTypeOfRecipient) {
+  const auto record = [](const wchar_t* email) { return Record({{L"Email", email}}); };
+  known = Record({{L"E", List({record(L"eve@x.com"), record(L"")}).AsValue()},
+                  {L"U", List({record(L"EVE@X.COM"), Record({}), record(L"ann@x.com")}).AsValue()}});
+  package.Set(L"EmailUsers"_key, Record({{L"e2", Record({{L"FUserType", L"E"}, {L"FUserID", L"2"}})},
+                                         {L"3", Record({{L"FMessageID", 9}})},
+                                         {L"6", Record({{L"FUserType", L"E"}})},
+                                         {L"7", Record({{L"FUserType", L"S"}})}}));
+  message.ExcludeUser(List({7, L"9"}));
+  EXPECT_TRUE(SendEmail());
+  EXPECT_EQ(asked, (Strings{"E [{FUserID: 2}, {FUserID: 6}]", "U [{FUserID: 3}]"}));
+  EXPECT_EQ(requests, Strings{Mail("eve@x.com;ann@x.com")});
+  EXPECT_TRUE(PackageAt(package, L"EmailUsers"_key).Lookup(L"7"_key)) << "users are excluded from a copy";
+}
+
+TEST_F(DeliveryTest, NobodyToWriteToIsSilent) {
+  message.ExcludeUser(List({7}));
+  for (const auto& list : {Item(Value()), Item(Record({{L"7", Record({})}})), Item(Record({{L"1) or (1=1", 1}}))}) {
+    package.Set(L"EmailUsers"_key, list.value);
+    EXPECT_FALSE(SendEmail()) << Show(list.value);
+  }
+  package.Set(L"EmailUsers"_key, TwoUsers());
+  users.reset();
+  EXPECT_FALSE(SendEmail());
+  EXPECT_EQ(mailGateway->Created(), 0);
+}
+
+TEST_F(DeliveryTest, OnlyAnEmptyAnswerOfTheMailGatewayIsSuccess) {
+  answer = Value(L"x");
+  EXPECT_FALSE(SendEmail());
+  EXPECT_EQ(boxes.Take(), Boxes{Warning(L"发送邮件失败,请检查邮箱是否配置正确！")});
+  mailGateway->On(L"MorlaSendMail", Failing(L"断开"));
+  EXPECT_FALSE(SendEmail());
+}
+
+// Without a gateway: the road over SMTP. The client's profile holds `email`, the server's another mail server.
+class SmtpTest : public DeliveryTest {
+ protected:
+  SmtpTest() {
+    mailGateway.reset();
+    client->OnAssign(L"UserIndependent", [](Arguments& a) { EXPECT_EQ(Show(a.At(0)), "true"); });
+    client->On(L"Load", [this](Arguments& a) {
+      EXPECT_EQ(Show(a.At(1)), R"("Setting")");
+      return a.At(0).EqualsText(L"Base_EMAIL") ? email.AsValue() : Value();
+    });
+    server->On(L"LoadUserProfile", [](Arguments& a) {
+      EXPECT_EQ(Show(a.At(0)) + Show(a.At(2)) + Show(a.At(3)), kProps + std::string(R"("Setting"true)"));
+      const auto section = Record({{L"txtMailSrv", L"server.x.com"}});
+      return a.At(1).EqualsText(L"Base_EMAIL") ? section.AsValue() : Value();
+    });
+    for (const auto* property :
+         {L"Charset", L"ContentTransferEncoding", L"Encoding", L"ISOEncodeHeaders", L"Logging", L"MailServerUserName",
+          L"MailServerPassWord", L"From", L"FromName", L"Subject", L"HTMLBody"}) {
+      jmail.OnAssign(property, [this, property](Arguments& a) {
+        return mail += Utf8(property) + "=" + Show(a.At(0)) + " ", Value();
+      });
+    }
+    for (const auto* method : {L"AddRecipient", L"Send"}) {
+      jmail.On(method, [this, method](Arguments& a) {
+        mail += Utf8(method) + " " + Show(a.At(0)) + " ";
+        return Value(true);
+      });
+    }
+  }
+  ~SmtpTest() override { EXPECT_EQ(jmail.Living(), 0); }
+
+  std::optional<FakeComponent> client{std::in_place, L"TavioClientBase.UserProfile"};
+  std::optional<FakeComponent> server{std::in_place, L"TavioServerBase.UserProfile"};
+  FakeComponent jmail{L"Jmail.Message"};
+  std::string mail;
+  Dictionary email = Record({{L"txtMailSrv", L" mail.x.com "},
+                             {L"txtAccountName", L"me@x.com"},
+                             {L"txtShowName", L"示范平台"},
+                             {L"chkSmtp", true},
+                             {L"txtRZName", L"me"},
+                             {L"txtRZPassword", L"geheim "}});
+};
+
+TEST_F(SmtpTest, TakesTheRoadWithoutAGateway) {
+  package.Set(L"FTitle"_key, Value(L"单据\r\nBcc: [FBillNo]"));
+  EXPECT_TRUE(SendEmail());
+  EXPECT_EQ(mail,
+            R"(Charset="GB2312" ContentTransferEncoding="base64" Encoding="base64" ISOEncodeHeaders=true Logging=true )"
+            R"(MailServerUserName="me" MailServerPassWord="geheim" From="me@x.com" FromName="示范平台" )"
+            R"(AddRecipient "ann@x.com" AddRecipient "bob@x.com" Subject="单据  Bcc: [FBillNo]" )"
+            R"(HTMLBody="单号 CG001<br>请处理" Send "mail.x.com" )");
+}
+
+TEST_F(SmtpTest, SettingsComeFromTheFirstSourceThatHasThem) {
+  constexpr wchar_t kKey[] = L"SoftWare\\Morla\\SMReg", kRegistered[] = L"registry.x.com";
+  RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"txtMailSrv", REG_SZ, kRegistered, sizeof kRegistered);
+  const struct {
+    std::function<void()> prepare;
+    const char* server;
+  } cases[] = {
+      {[&] { email.Remove(L"chkSmtp"_key); }, "mail.x.com"},
+      {[&] { email.Set(L"txtMailSrv"_key, Value(L"  ")); }, "registry.x.com"},
+      {[&] { client.reset(); }, "server.x.com"},
+      {[&] { server.reset(); }, "registry.x.com"},
+      {[&] { RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey); }, nullptr},
+  };
+  for (const auto& c : cases) {
+    c.prepare();
+    mail.clear();
+    EXPECT_EQ(SendEmail(), c.server != nullptr) << &c - cases;
+    EXPECT_TRUE(c.server ? mail.ends_with("Send \"" + std::string(c.server) + "\" ") : mail.empty()) << mail;
+    EXPECT_EQ(mail.find("MailServerUserName"), std::string::npos) << "no login where none is asked for";
+  }
+}
+
+TEST_F(SmtpTest, FailuresShowTheBoxAndNothingOfTheLogin) {
+  const Boxes failed = {Warning(L"发送邮件失败！")};
+  jmail.On(L"Send", Failing(L"断开 geheim"));
+  EXPECT_FALSE(SendEmail());
+  EXPECT_EQ(boxes.Take(), failed);
+  for (const auto& entry : log->entries) EXPECT_EQ(entry.find("geheim"), std::string::npos) << entry;
+  // Nobody writes headers of his own.
+  const auto made = jmail.Created();
+  EXPECT_FALSE(SmtpSender().Send(Record({{L"Addrecipients", L"a@x;b@x\rTo: c@x"}})));
+  EXPECT_EQ(boxes.Take(), failed);
+  email.Set(L"txtAccountName"_key, Value(L"me@x.com\r\nBcc: b@x"));
+  EXPECT_FALSE(SmtpSender().Send(Record({{L"Addrecipients", L"a@x"}})));
+  EXPECT_EQ(boxes.Take(), failed);
+  EXPECT_EQ(jmail.Created(), made);
+}
+
+// The approval notice: user 1 must be told, user 2 need not.
+class ApprovalNoticeTest : public DeliveryTest {
+ protected:
+  ApprovalNoticeTest() {
+    users->On(L"GetIsUserNeedSend", [this](Arguments& a) {
+      EXPECT_EQ(a.Raw(1).vt, VT_BYREF | VT_DISPATCH);
+      EXPECT_EQ(Show(a.At(0)) + Show(a.At(2)), kProps + std::string("3s"));
+      asked.push_back(Show(a.At(1)));
+      return told.Copy();
+    });
+    classInfo.On(L"GetData", [this](Arguments& a) {
+      queries.push_back(Utf8(a.At(1).ToText()));
+      const auto row = Record({{L"FMobilePhone", L"13800000001"}});
+      return Value(rows.emplace(List({row, Record({{L"FMobilePhone", L""}}), row})).New());
+    });
+  }
+
+  static Dictionary Told(const Item& user, bool needed) {
+    return Record({{L"FUserID", user.value}, {L"FIsNeedSend", needed}});
+  }
+
+  FakeComponent classInfo{L"TavioMClass.ClassInfo"};
+  std::optional<FakeRecords> rows;
+  Value told = List({Told(1, true), Told(2, false)}).AsValue();
+  Strings queries;
+};
+
+TEST_F(ApprovalNoticeTest, GoesToThoseWhoMustBeTold) {
+  PackageAt(package, L"MessageUsers"_key).Set(L"3"_key, Value(1));
+  message.ExcludeUser(List({3}));
+  const std::string label = "TavioClassBillAction.Message.SendSMS 多级审核消息";
+  EXPECT_TRUE(message.SendSMS());
+  EXPECT_EQ(asked, Strings{"[{FID: 77, FUserID: 1}, {FID: 77, FUserID: 2}]"});
+  EXPECT_EQ(queries, Strings{"SELECT  b.FMobilePhone FROM t_User a  LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID "
+                             "Where a.FUserID in (1) AND a.FForbidden <> 1"});
+  EXPECT_EQ(requests, Strings{ShortMessage("13800000001")});
+  EXPECT_EQ(log->entries.front() + log->entries.back(), "begin " + label + "end " + label + " 1");
+  EXPECT_EQ(classInfo.Living() + rows->Living(), 0);
+}
+
+TEST_F(ApprovalNoticeTest, EndsSilentlyWhereNobodyIsToBeTold) {
+  for (const auto& answers : {Item(Value()), Item(List({Told(1, false)})), Item(List({Told(L"1) or (1=1", true)}))}) {
+    told = answers.value.Copy();
+    EXPECT_FALSE(message.SendSMS()) << Show(told);
+  }
+  EXPECT_TRUE(queries.empty());
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.SendSMS 多级审核消息 1") << "even after a failure";
+  EXPECT_EQ(smsGateway->Created(), 0);
+}
+
+}  // namespace
+}  // namespace tavio::test

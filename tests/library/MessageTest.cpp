@@ -1,0 +1,226 @@
+#include "message/Message.h"
+#include "tests/support/Foreign.h"
+#include "tests/support/LibraryTest.h"
+
+namespace tavio::test {
+namespace {
+
+const char kNew[] = R"({FID: 0s, FTitle: "", FMessage: "", FMessageDescriptions: "", FSendType: 1s, )"
+                    R"(MessageUsers: {}, EmailUsers: {}, SMSUsers: {}})";
+
+Value Null() {
+  Value null;
+  null.InPlace()->vt = VT_NULL;
+  return null;
+}
+
+Dictionary Variable(const wchar_t* name, const Item& caption, const Item& value = Value()) {
+  return Record({{L"FName", name}, {L"FCaption", caption}, {L"FValue", value}});
+}
+
+Dictionary FieldOf(const wchar_t* key, const Item& needSave, const Item& visible, const Item& lookUpType) {
+  return Record({{L"FKey", key},
+                 {L"FCaption", L"名" + Text(key)},
+                 {L"FNeedSave", needSave},
+                 {L"FVisible", visible},
+                 {L"FLookUpType", lookUpType}});
+}
+
+class MessageTest : public LibraryTest {
+ protected:
+  MessageTest() {
+    message.ClassType(Record({}));
+    message.TableInfo(Record({}));
+  }
+
+  Value Users() const { return message.GetMessage().Get(L"MessageUsers"_key)->Copy(); }
+  // Field information with these records on the header page.
+  void Fields(std::initializer_list<Field> fields) {
+    const auto info = Record(fields);
+    const auto page = Dictionary::New();
+    for (const auto& field : fields) page.Set(Key(field.key), Value(1));
+    info.Set(L"Page1"_key, page);
+    message.TableInfo(info);
+    message.RefreshVariableList();
+  }
+  std::string Lists() { return Show(message.GetVariableList()) + " " + Show(message.GetVariableUser()); }
+
+  Message message;
+};
+
+TEST_F(MessageTest, FailuresAreReportedUnderEachOperationsLabel) {
+  const auto expect = [&](const Text& label, const Text& description) {
+    EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : " + label, description)});
+    EXPECT_TRUE(log->entries.empty() || log->entries.back().ends_with(" 0")) << "the end entry";
+  };
+  const Text kUnbound = L"请先设置本组件关联的业务对象模板信息!";
+  ForeignRecord users(Record({{L"4", Record({})}}));
+  users.On(L"Clone", Failing(L"不能复制"));
+  message.SetMessage(Record({{L"FID", 1}, {L"FMessage", L""}, {L"MessageUsers", users.Handle()}}));
+  EXPECT_FALSE(message.AddUser(5));
+  expect(L"AddUser", L"不能复制");
+  EXPECT_TRUE(message.RemoveUser(4)) << "removed before the failure";
+  expect(L"RemoveUser", L"不能复制");
+  message.AddVariable(Variable(L"no", L"", Record({})));
+  bool caption = false, value = true, name = false;
+  EXPECT_EQ(message.TransMessage(L"a[no]b", caption, value, name), L"");
+  expect(L"TransMessage", L"类型不匹配");
+  message.TableInfo({});
+  message.NewMessage();
+  expect(L"NewMessage", kUnbound);
+  EXPECT_FALSE(message.RefreshVariableValue(Record({})));
+  expect(L"RefreshVariableValue", kUnbound);
+  log->entries.clear();
+  EXPECT_FALSE(message.SetMessage(Record({})));
+  expect(L"SetMessage", kUnbound);
+}
+
+TEST_F(MessageTest, NewMessageHasThreeListsOfItsOwn) {
+  EXPECT_FALSE(message.GetMessage());
+  message.NewMessage();
+  EXPECT_EQ(Show(message.GetMessage()), kNew);
+  PackageAt(message.GetMessage(), L"EmailUsers"_key).Set(L"5"_key, Value(1));
+  EXPECT_EQ(Show(*message.GetMessage().Get(L"SMSUsers"_key)), "{}");
+}
+
+TEST_F(MessageTest, SetMessageDescribesThePackageItself) {
+  message.AddVariable(Variable(L"FBillNo", L"编号", 5));
+  ForeignRecord foreign(Record({{L"FMessage", L"单号[FBillNo]"}, {L"FOwn", 1}}));
+  const auto given = foreign.Handle();
+  ASSERT_TRUE(message.SetMessage(given));
+  EXPECT_EQ(Show(given), R"({FMessage: "单号[FBillNo]", FOwn: 1, FMessageDescriptions: "单号[编号]"})");
+  EXPECT_EQ(message.GetMessage().Object().Get(), given.Object().Get());
+  for (const auto& empty : {Record({}), Dictionary()}) {
+    EXPECT_TRUE(message.SetMessage(empty));
+    EXPECT_EQ(Show(message.GetMessage()), kNew);
+    EXPECT_NE(message.GetMessage().Object().Get(), empty.Object().Get());
+  }
+}
+
+TEST_F(MessageTest, EachEditOfTheUsersGivesThePackageANewList) {
+  EXPECT_FALSE(message.RemoveAllUsers());
+  EXPECT_FALSE(message.GetMessage()) << "no package is made to empty it";
+  EXPECT_TRUE(message.AddUser(25));
+  EXPECT_EQ(log->entries, (Strings{"begin TavioClassBillAction.Message.AddUser 向消息用户列表中加入用户",
+                                   "begin TavioClassBillAction.Message.NewMessage 新建消息",
+                                   "end TavioClassBillAction.Message.NewMessage 新建消息 1",
+                                   "end TavioClassBillAction.Message.AddUser 向消息用户列表中加入用户 1"}));
+  message.GetMessage().Set(L"FID"_key, Value(9));
+  const auto first = Users();
+  EXPECT_TRUE(message.AddUser(25));
+  EXPECT_TRUE(message.AddUser(-3));
+  EXPECT_EQ(Show(Users()), "{25: {FUserID: 25, FMessageID: 0s}, -3: {FUserID: -3, FMessageID: 9}}");
+  EXPECT_EQ(Show(first), "{25: {FUserID: 25, FMessageID: 0s}}");
+  const auto second = Users();
+  EXPECT_FALSE(message.RemoveUser(4));
+  EXPECT_NE(Users().ToObject().Get(), second.ToObject().Get());
+  EXPECT_TRUE(message.RemoveUser(25));
+  EXPECT_EQ(Show(Users()), "{-3: {FUserID: -3, FMessageID: 9}}");
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.RemoveUser 从消息用户列表中删除用户 1");
+  EXPECT_FALSE(message.RemoveAllUsers());
+  EXPECT_EQ(Show(Users()), "{}");
+}
+
+TEST_F(MessageTest, StoredAndVisibleHeaderFieldsAreVariables) {
+  Fields({{L"a", FieldOf(L"a", 1, 4, Null())},
+          {L"b", FieldOf(L"b", Null(), 4, 7)},
+          {L"b2", FieldOf(L"b", 1, Null(), 0)},
+          {L"c", FieldOf(L"c", true, 12, 7)},
+          {L"d", FieldOf(L"d", -1, 0, L"7")},
+          {L"e", FieldOf(L"e", L"1", L"8", 7.0)},
+          {L"f", FieldOf(L"a", Short(1), Short(1), 6)}});
+  EXPECT_EQ(Lists(), R"({a: {FName: "a", FCaption: "名a"}, e: {FName: "e", FCaption: "名e"}} )"
+                     R"({c: {FName: "c", FCaption: "名c"}, )"
+                     R"(d: {FName: "d", FCaption: "名d"}, e: {FName: "e", FCaption: "名e"}})");
+  message.TableInfo(Record({{L"Page2", Record({{L"a", 1}})}}));
+  message.RefreshVariableList();
+  EXPECT_EQ(Lists(), "{} {}");
+}
+
+TEST_F(MessageTest, AddedVariableReplacesThatOfItsName) {
+  Fields({{L"a", FieldOf(L"a", 1, 1, 0)}});
+  ForeignRecord foreign(Record({{L"FName", 5}, {L"FCaption", L"五"}}));
+  EXPECT_TRUE(message.AddVariable(foreign.Handle()));
+  EXPECT_TRUE(message.AddVariable(Variable(L"a", L"新", Record({}))));
+  EXPECT_FALSE(message.AddVariable(Record({{L"FName", L"a"}})));
+  EXPECT_EQ(Lists(), R"({a: {FName: "a", FCaption: "新", FValue: {}}, 5: {FName: 5, FCaption: "五", FValue: ""}} {})");
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元 1");
+}
+
+TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
+  const auto looked = [](const Item& shown, const Item& stored) {
+    return Record({{L"FKey", L"a"}, {L"FNeedSave", 1}, {L"FVisible", 1}, {L"FDSP", shown}, {L"FFLD", stored}});
+  };
+  const auto record = Record({{L"FName", L"张三"}, {L"FItemID", 3}});
+  const auto plain = FieldOf(L"a", 1, 1, 0);
+  auto onEntry = FieldOf(L"a", 1, 1, 0);
+  onEntry.Set(L"FEntryType"_key, Value(Short(1)));
+  const struct {
+    Dictionary field, page;
+    const char* value;
+  } cases[] = {
+      {plain, Record({{L"a", Short(5)}}), "5s"},
+      {plain, Record({{L"b", 5}}), "absent"},
+      {onEntry, Record({{L"a", 5}}), "absent"},
+      {looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"("张三")"},
+      {looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), "3"},
+      {looked(Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), "3"},
+  };
+  message.AddVariable(Variable(L"own", L"", 1));
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    Fields({{L"a", c.field}});
+    const auto variable = PackageAt(message.GetVariableList(), L"a"_key), own = Variable(L"own", L"", 1);
+    variable.Set(L"FValue"_key, Value(L"old"));
+    message.AddVariable(own);
+    EXPECT_TRUE(message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", c.page}})));
+    EXPECT_EQ(variable.Lookup(L"FValue"_key) ? Show(*variable.Get(L"FValue"_key)) : "absent", c.value);
+    EXPECT_EQ(Show(*message.GetVariableList().Get(L"own"_key)), Show(own));
+  }
+}
+
+class TransMessageTest : public MessageTest {
+ protected:
+  TransMessageTest() {
+    message.AddVariable(Variable(L"no", L"单号", 5));
+    message.AddVariable(Variable(L"date", L"Date", L"[no]"));
+    message.AddVariable(Variable(L"open", L"单号", L""));
+    message.AddVariable(Variable(L"void", Value()));
+    message.AddVariable(Variable(L"bare", L""));
+    const auto bare = PackageAt(message.GetVariableList(), L"bare"_key);
+    bare.Remove(L"FCaption"_key);
+    bare.Remove(L"FValue"_key);
+  }
+};
+
+TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
+  const auto values = Record({{L"no", 7}, {L"bare", 2.5}});
+  const auto editing = Record({{L"no", 7}, {L"bare", 2.5}, {L"FCode", L"mnuEditUse"}});
+  const struct {
+    const char *flags, *settled;  // caption, value and name, where they are set
+    Dictionary group;
+    const wchar_t *text, *translation;
+  } cases[] = {
+      {"c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
+      {"cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
+      {"v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
+      {"v", "v", values, L"[no][open][bare][none]", L"52.5[none]"},
+      {"v", "v", editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
+      {"v", "v", ForeignRecord(values).Handle(), L"[no][open][bare][none]", L"52.5[none]"},
+      {"n", "n", {}, L"[单号][DATE][date][no]", L"[no][date][date][no]"},
+      {"vn", "n", {}, L"[单号]", L"[no]"},
+      {"v", "v", {}, L"]a[b[no]c]", L"]a[b[no]c]"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(&c - cases);
+    message.GroupInfo(c.group);
+    const auto given = [&](char flag) { return std::string(c.flags).find(flag) != std::string::npos; };
+    bool caption = given('c'), value = given('v'), name = given('n');
+    EXPECT_EQ(Utf8(message.TransMessage(c.text, caption, value, name)), Utf8(c.translation));
+    EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), c.settled);
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 1");
+  }
+}
+
+}  // namespace
+}  // namespace tavio::test
