@@ -42,7 +42,7 @@ std::size_t Cursor::Find(const Value& nameOrIndex) const {
 
 class FieldObject final : public PlatformObject {
  public:
-  FieldObject(std::shared_ptr<Cursor> cursor, std::size_t column) {
+  FieldObject(const std::shared_ptr<Cursor>& cursor, std::size_t column) {
     Add(L"Name", [cursor, column](Arguments&) { return Value(TextView(cursor->rows.columns[column].name)); });
     Add(L"Value", [cursor, column](Arguments&) { return cursor->Cell(column); });
     Default(L"Value");
@@ -51,7 +51,7 @@ class FieldObject final : public PlatformObject {
 
 class FieldList final : public PlatformObject {
  public:
-  explicit FieldList(std::shared_ptr<Cursor> cursor) {
+  explicit FieldList(const std::shared_ptr<Cursor>& cursor) {
     Add(L"Count", [cursor](Arguments&) { return Value(static_cast<std::int32_t>(cursor->rows.columns.size())); });
     Add(L"Item", [cursor](Arguments& a) { return Value(MakeObject<FieldObject>(cursor, cursor->Find(a.At(0)))); });
     Default(L"Item");

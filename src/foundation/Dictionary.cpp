@@ -173,7 +173,7 @@ Dictionary Dictionary::Clone() const {
   if (auto* own = Own()) {
     ComPtr<IDispatch> copy;
     CheckOwn(own->Clone(&copy));
-    return Dictionary(std::move(copy));
+    return Dictionary(copy);
   }
   return Dictionary(ReadByName(object_.Get(), L"Clone"));
 }
