@@ -10,6 +10,7 @@ namespace tavio {
 template <class AppendTranslated>
 Text RewriteBrackets(TextView text, AppendTranslated&& appendTranslated) {
   Text result;
+  result.reserve(text.size());  // values are about as long as the names that they stand for
   std::size_t plain = 0;  // start of the text not yet appended
   for (;;) {
     const auto open = text.find(Char{'['}, plain);
