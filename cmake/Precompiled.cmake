@@ -1,8 +1,8 @@
 # The headers of the language and the system that most sources include: reading them anew is three quarters of the time
 # that a source takes to compile. Each source includes what it uses all the same.
 set(TAVIO_COMMON_HEADERS
-  <algorithm> <cstdint> <filesystem> <functional> <map> <memory> <optional> <span> <string> <string_view> <utility> <vector>
-  <windows.h> <oleauto.h> <wrl/client.h>)
+  <algorithm> <cstdint> <filesystem> <functional> <map> <memory> <optional> <span> <string> <string_view> <utility>
+  <vector> <windows.h> <oleauto.h> <wrl/client.h>)
 
 # tavio_precompiled(<target>): shares what was compiled for the foundation.
 function(tavio_precompiled target)

@@ -11,7 +11,7 @@ template <class AppendTranslated>
 Text RewriteBrackets(TextView text, AppendTranslated&& appendTranslated) {
   Text result;
   result.reserve(text.size());  // values are about as long as the names that they stand for
-  std::size_t plain = 0;  // start of the text not yet appended
+  std::size_t plain = 0;        // start of the text not yet appended
   for (;;) {
     const auto open = text.find(Char{'['}, plain);
     const auto close = open == TextView::npos ? open : text.find(Char{']'}, open);
