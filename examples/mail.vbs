@@ -17,6 +17,10 @@ Set actions = CreateObject("TavioClassBillAction.BillActions")
 actions.ClassTypeID = ClassTypeId
 actions.Initialize
 Set package = actions.GetMessage(action, scenario)
+If package Is Nothing Then
+  WScript.Echo "Action " & action & " has no message in scenario " & scenario & "."
+  WScript.Quit 1
+End If
 
 Dim message, bill
 Set message = CreateObject("TavioClassBillAction.Message")

@@ -35,6 +35,10 @@ Set actions = CreateObject("TavioClassBillAction.BillActions")
 actions.ClassTypeID = ClassTypeId
 actions.Initialize
 Set action = actions.Item("Close")
+If action Is Nothing Then
+  WScript.Echo "There is no action Close any more."
+  WScript.Quit 1
+End If
 Set messages = action("Messages")
 If messages Is Nothing Then Set messages = CreateObject("Vexo.Dictionary")
 Set messages(CStr(scenario)) = entry

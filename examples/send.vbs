@@ -34,7 +34,7 @@ message.SetMessage package
 WScript.Echo "As the designer reads it: " & package("FMessageDescriptions")
 
 Set bill = info.GetBillData(props, ClassTypeId, billId)
-Set message.Data = bill
+Set message.Data = bill   ' an empty Dictionary here sends to the recipients of the package alone
 message.RefreshVariableValue bill
 WScript.Echo "Variables of bill " & billId & ": " & message.GetVariableList.Count
 WScript.Echo "As the recipients read it: " & message.TransMessage(package("FMessage"), False, True)
