@@ -1,8 +1,5 @@
-Dim store, process, name, props, info, files
-Set store = CreateObject("TavioSharedProps.PropStore")
-process = 0
-name = "PropsString"
-props = store.GetProperty(process, name)
+Dim props, info, files
+props = CreateObject("TavioSharedProps.PropStore").GetProperty(0, "PropsString")
 Set info = CreateObject("TavioMClass.ClassInfo")
 Set files = CreateObject("Scripting.FileSystemObject")
 

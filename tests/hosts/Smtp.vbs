@@ -7,11 +7,8 @@ gateway = shell.RegRead("HKEY_LOCAL_MACHINE\Software\Classes\MorlaMobileOpen.Mor
 shell.RegWrite "HKEY_LOCAL_MACHINE\Software\Classes\CLSID\" & gateway & "\InprocServer32\", "gone.dll"
 Check "a server to send to", InStr(server, ":") > 0, True
 
-Dim store, process, name, props, info
-Set store = CreateObject("TavioSharedProps.PropStore")
-process = 0
-name = "PropsString"
-props = store.GetProperty(process, name)
+Dim props, info
+props = CreateObject("TavioSharedProps.PropStore").GetProperty(0, "PropsString")
 Set info = CreateObject("TavioMClass.ClassInfo")
 
 Dim actions, package, message
