@@ -4,7 +4,7 @@
 #include "bench/Bench.h"
 #include "bench/Roads.h"
 #include "delivery/AddressList.h"
-#include "foundation/LetterCase.h"
+#include "foundation/values/Text.h"
 
 namespace tavio::bench {
 namespace {

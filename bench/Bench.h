@@ -4,7 +4,7 @@
 #include <functional>
 #include <string>
 
-#include "foundation/Dictionary.h"
+#include "foundation/packages/Dictionary.h"
 
 namespace tavio::bench {
 

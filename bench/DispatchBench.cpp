@@ -2,8 +2,8 @@
 
 #include "bench/Bench.h"
 #include "bench/Roads.h"
-#include "foundation/AppFolder.h"
-#include "foundation/Error.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/OwnModule.h"
 
 namespace tavio::bench {
 namespace {

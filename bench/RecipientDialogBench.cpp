@@ -10,8 +10,8 @@
 #include <chrono>
 #include <cstdio>
 
-#include "foundation/Error.h"
-#include "message/frmMsgUser.h"
+#include "foundation/values/Error.h"
+#include "message/dialog/frmMsgUser.h"
 
 namespace {
 

@@ -45,11 +45,12 @@ function(tavio_server target)
     set_source_files_properties(${CMAKE_CURRENT_BINARY_DIR}/${target}.rc PROPERTIES
       OBJECT_DEPENDS ${CMAKE_BINARY_DIR}/idl/${ARG_TYPELIB}.tlb)
   endif()
-  add_library(${target} SHARED ${ARG_SOURCES}
-    ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc ${CMAKE_SOURCE_DIR}/src/com/exports.def)
+  # The exports must be objects of the DLL itself.
+  add_library(${target} SHARED ${ARG_SOURCES} ${CMAKE_SOURCE_DIR}/src/com/server/Exports.cpp
+    ${CMAKE_SOURCE_DIR}/src/com/server/exports.def ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
   set_target_properties(${target} PROPERTIES PREFIX "")
   tavio_precompiled(${target})
-  target_link_libraries(${target} PRIVATE comserver)
+  target_link_libraries(${target} PRIVATE server)
   if(MINGW)
     # The exports carry plain names on x86 too, where the functions themselves are decorated.
     target_link_options(${target} PRIVATE -Wl,--enable-stdcall-fixup)

@@ -4,7 +4,7 @@ set(TAVIO_COMMON_HEADERS
   <algorithm> <cstdint> <filesystem> <functional> <map> <memory> <optional> <span> <string> <string_view> <utility>
   <vector> <windows.h> <oleauto.h> <wrl/client.h>)
 
-# tavio_precompiled(<target>): shares what was compiled for the foundation.
+# tavio_precompiled(<target>): shares what was compiled for the ground floor.
 function(tavio_precompiled target)
-  target_precompile_headers(${target} REUSE_FROM foundation)
+  target_precompile_headers(${target} REUSE_FROM values)
 endfunction()

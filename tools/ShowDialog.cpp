@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "foundation/Error.h"
-#include "message/frmMsgUser.h"
+#include "foundation/values/Error.h"
+#include "message/dialog/frmMsgUser.h"
 
 namespace {
 

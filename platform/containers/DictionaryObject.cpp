@@ -1,7 +1,6 @@
 #include "containers/DictionaryObject.h"
 
 #include "containers/Enumerator.h"
-#include "containers/Variants.h"
 
 namespace tavio::vexo {
 namespace {
@@ -25,7 +24,7 @@ STDMETHODIMP DictionaryObject::get_Count(LONG* result) {
 STDMETHODIMP DictionaryObject::get_Name(LONG index, BSTR* result) {
   if (!result) return E_POINTER;
   *result = nullptr;
-  return Guarded([&] {
+  return com::Guarded([&] {
     const auto* entry = map_.At(index);
     *result = BString(entry ? entry->Key().View() : TextView()).Detach();
     return S_OK;
@@ -41,16 +40,14 @@ STDMETHODIMP DictionaryObject::get_Value(BSTR key, VARIANT* result) {
 
 // What is replaced or removed is let go at the end of the statement, when the map is whole: it may call back.
 STDMETHODIMP DictionaryObject::put_Value(BSTR key, VARIANT value) {
-  return Guarded([&] {
-    Value copy;
-    const HRESULT copied = CopyInto(copy, value);
-    if (SUCCEEDED(copied)) map_.Set(ViewOf(key), std::move(copy));
-    return copied;
+  return com::Guarded([&] {
+    map_.Set(ViewOf(key), Value::CopyOf(value));
+    return S_OK;
   });
 }
 
 STDMETHODIMP DictionaryObject::putref_Value(BSTR key, IDispatch* value) {
-  return Guarded([&] {
+  return com::Guarded([&] {
     map_.Set(ViewOf(key), Value(ComPtr<IDispatch>(value)));
     return S_OK;
   });
@@ -77,8 +74,8 @@ STDMETHODIMP DictionaryObject::Remove(BSTR key) {
 STDMETHODIMP DictionaryObject::Clone(IDispatch** result) {
   if (!result) return E_POINTER;
   *result = nullptr;
-  return Guarded([&] {
-    *result = new DictionaryObject(map_.CloneWith(CopyOfStored));
+  return com::Guarded([&] {
+    *result = new DictionaryObject(map_.CloneWith([](const Value& stored) { return stored.Copy(); }));
     return S_OK;
   });
 }
@@ -88,7 +85,7 @@ STDMETHODIMP DictionaryObject::CloneAll(IDispatch** result) { return Clone(resul
 STDMETHODIMP DictionaryObject::get__NewEnum(IUnknown** result) {
   if (!result) return E_POINTER;
   *result = nullptr;
-  return Guarded([&] {
+  return com::Guarded([&] {
     Enumerator::Items keys;
     keys.reserve(map_.Count());
     for (LONG i = 1; const auto* entry = map_.At(i); ++i) keys.emplace_back(entry->Key().View());
@@ -96,8 +93,8 @@ STDMETHODIMP DictionaryObject::get__NewEnum(IUnknown** result) {
   });
 }
 
-STDMETHODIMP DictionaryObject::LendEntry(LONG index, BSTR* key, const VARIANT** value) {
-  return Guarded([&] {
+STDMETHODIMP DictionaryObject::ReadEntry(LONG index, BSTR* key, const VARIANT** value) {
+  return com::Guarded([&] {
     const auto* entry = map_.At(index);
     *key = entry ? entry->Key().Get() : nullptr;
     *value = entry ? &entry->Value().Raw() : nullptr;
@@ -105,15 +102,15 @@ STDMETHODIMP DictionaryObject::LendEntry(LONG index, BSTR* key, const VARIANT** 
   });
 }
 
-STDMETHODIMP DictionaryObject::LendValue(BSTR key, const VARIANT** value) {
+STDMETHODIMP DictionaryObject::ReadValue(BSTR key, const VARIANT** value) {
   const auto* found = map_.Find(ViewOf(key));
   *value = found ? &found->Raw() : nullptr;
   return found ? S_OK : S_FALSE;
 }
 
-STDMETHODIMP DictionaryObject::LendField(LONG index, BSTR key, const VARIANT** value) {
+STDMETHODIMP DictionaryObject::ReadField(LONG index, BSTR key, const VARIANT** value) {
   *value = nullptr;
-  return Guarded([&] {
+  return com::Guarded([&] {
     const auto* entry = map_.At(index);
     const auto* record = entry ? AsOwn(entry->Value()) : nullptr;
     if (!record) return E_NOINTERFACE;
@@ -130,7 +127,7 @@ const DictionaryObject* DictionaryObject::AsOwn(const Value& stored) const noexc
   const auto functionsOf = [](const IDispatch* object) { return *reinterpret_cast<const void* const*>(object); };
   const IDispatch* object = stored.Raw().pdispVal;
   if (functionsOf(object) != functionsOf(this)) return nullptr;
-  return static_cast<const DictionaryObject*>(static_cast<const IDictionaryLend*>(object));
+  return static_cast<const DictionaryObject*>(static_cast<const IDictionaryInPlace*>(object));
 }
 
 }  // namespace tavio::vexo

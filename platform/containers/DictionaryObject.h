@@ -1,9 +1,14 @@
 #pragma once
 
 #include "com/server/ComClass.h"
-#include "containers/Lend.h"
 #include "containers/OrderedMap.h"
-#include "foundation/Value.h"
+#include "containers/ReadInPlace.h"
+#include "foundation/values/Value.h"
+
+template <>
+struct tavio::com::Identity<IDictionaryInPlace> {
+  static bool Is(REFIID iid) noexcept { return iid == IID_IDictionaryInPlace || Identity<_Dictionary>::Is(iid); }
+};
 
 namespace tavio::vexo {
 
@@ -14,12 +19,12 @@ namespace tavio::vexo {
 //  - Objects are stored by reference, whichever kind of assignment stores them; no object is stored as a null object.
 //  - Clone and CloneAll both copy one level: packages held as values are shared with the copy.
 //  - "For Each" walks the keys that there were at its beginning.
-class DictionaryObject final : public com::ComClass<_Dictionary, IDictionaryLend> {
+class DictionaryObject final : public com::ComClass<_Dictionary, IDictionaryInPlace> {
  public:
   using Map = OrderedMap<Value>;
 
-  DictionaryObject() noexcept : ComClass(IID_IDictionaryLend) {}
-  explicit DictionaryObject(Map map) noexcept : ComClass(IID_IDictionaryLend), map_(std::move(map)) {}
+  DictionaryObject() noexcept = default;
+  explicit DictionaryObject(Map map) noexcept : map_(std::move(map)) {}
   // What is let go may call back a last time, and meets an empty record.
   ~DictionaryObject() override { const Map last = std::exchange(map_, Map()); }
 
@@ -35,9 +40,9 @@ class DictionaryObject final : public com::ComClass<_Dictionary, IDictionaryLend
   STDMETHODIMP CloneAll(IDispatch** result) override;
   STDMETHODIMP get__NewEnum(IUnknown** result) override;
 
-  STDMETHODIMP LendEntry(LONG index, BSTR* key, const VARIANT** value) override;
-  STDMETHODIMP LendValue(BSTR key, const VARIANT** value) override;
-  STDMETHODIMP LendField(LONG index, BSTR key, const VARIANT** value) override;
+  STDMETHODIMP ReadEntry(LONG index, BSTR* key, const VARIANT** value) override;
+  STDMETHODIMP ReadValue(BSTR key, const VARIANT** value) override;
+  STDMETHODIMP ReadField(LONG index, BSTR key, const VARIANT** value) override;
 
  private:
   const DictionaryObject* AsOwn(const Value& stored) const noexcept;

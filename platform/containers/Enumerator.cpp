@@ -3,34 +3,11 @@
 #include <algorithm>
 #include <new>
 
-#include "com/server/Module.h"
-
 namespace tavio::vexo {
-
-Enumerator::Enumerator(std::shared_ptr<const Items> items, std::size_t next) noexcept
-    : items_(std::move(items)), next_(next) {
-  com::HoldModule();
-}
-
-Enumerator::~Enumerator() { com::LetModuleGo(); }
 
 HRESULT Enumerator::HandOut(Items items, IUnknown** result) {
   *result = new Enumerator(std::make_shared<const Items>(std::move(items)));
   return S_OK;
-}
-
-STDMETHODIMP Enumerator::QueryInterface(REFIID iid, void** object) {
-  if (!object) return E_POINTER;
-  const bool known = iid == IID_IUnknown || iid == IID_IEnumVARIANT;
-  *object = known ? this : nullptr;
-  if (known) AddRef();
-  return known ? S_OK : E_NOINTERFACE;
-}
-
-STDMETHODIMP_(ULONG) Enumerator::Release() {
-  const ULONG left = --references_;
-  if (left == 0) delete this;
-  return left;
 }
 
 STDMETHODIMP Enumerator::Next(ULONG wanted, VARIANT* items, ULONG* fetched) {

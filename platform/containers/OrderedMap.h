@@ -6,9 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "containers/KeyHash.h"
-#include "containers/RecentKeys.h"
-#include "containers/SharedKey.h"
+#include "containers/InternedKey.h"
 
 namespace tavio::vexo {
 
@@ -26,10 +24,10 @@ class OrderedMap {
  public:
   class Entry {
    public:
-    Entry(std::uint32_t hash, SharedKey key, V value) noexcept
+    Entry(std::uint32_t hash, InternedKey key, V value) noexcept
         : key_(std::move(key)), hash_(hash), value_(std::move(value)) {}
 
-    const SharedKey& Key() const noexcept { return key_; }
+    const InternedKey& Key() const noexcept { return key_; }
     const V& Value() const noexcept { return value_; }
 
    private:
@@ -37,7 +35,7 @@ class OrderedMap {
 
     bool Is(std::uint32_t hash, TextView key) const noexcept { return hash_ == hash && key_ && key_.View() == key; }
 
-    SharedKey key_;  // unset in a hole
+    InternedKey key_;  // unset in a hole
     std::uint32_t hash_;
     V value_;
   };
@@ -61,7 +59,7 @@ class OrderedMap {
     const auto hash = HashOf(key);
     const auto index = IndexOf(hash, key);
     if (index != kNone) return std::exchange(entries_[index].value_, std::move(value));
-    SharedKey fresh = entries_.size() < kFields ? RecentKeys::Get(hash, key) : SharedKey(key);
+    InternedKey fresh = entries_.size() < kFields ? RecentKeys::Get(hash, key) : InternedKey(key);
     MakeRoom();
     entries_.emplace_back(hash, std::move(fresh), std::move(value));
     if (!table_.empty()) Link(entries_.size() - 1);
@@ -74,7 +72,7 @@ class OrderedMap {
     const auto index = IndexOf(HashOf(key), key);
     if (index == kNone) return V();
     Entry& entry = entries_[index];
-    entry.key_ = SharedKey();
+    entry.key_ = InternedKey();
     V removed = std::exchange(entry.value_, V());
     firstHole_ = holes_ ? std::min(firstHole_, index) : index;
     lastHole_ = holes_ ? std::max(lastHole_, index) : index;

@@ -1,8 +1,7 @@
 #include "containers/VectorObject.h"
 
-#include "com/server/Shell.h"
+#include "com/server/ErrorInformation.h"
 #include "containers/Enumerator.h"
-#include "containers/Variants.h"
 
 namespace tavio::vexo {
 
@@ -22,12 +21,9 @@ STDMETHODIMP VectorObject::get_UBound(LONG* result) { return get_Count(result); 
 
 STDMETHODIMP VectorObject::Add(VARIANT item, LONG* result) {
   if (!result) return E_POINTER;
-  return Guarded([&] {
-    Value copy;
-    const HRESULT copied = CopyInto(copy, item);
-    if (SUCCEEDED(copied)) items_.push_back(std::move(copy));
-    get_Count(result);
-    return copied;
+  return com::Guarded([&] {
+    items_.push_back(Value::CopyOf(item));
+    return get_Count(result);
   });
 }
 
@@ -35,22 +31,22 @@ STDMETHODIMP VectorObject::get_Item(LONG index, VARIANT* result) {
   if (!result) return E_POINTER;
   VariantInit(result);
   const auto* item = At(index);
-  if (!item) return com::Raise(__uuidof(_Vector), Error(DISP_E_BADINDEX, L"Vexo.Vector", L"下标越界"));
+  if (!item) return com::Raise(__uuidof(_Vector), DISP_E_BADINDEX, L"Vexo.Vector", L"下标越界");
   return VariantCopy(result, const_cast<VARIANT*>(item));  // only read
 }
 
 STDMETHODIMP VectorObject::get__NewEnum(IUnknown** result) {
   if (!result) return E_POINTER;
   *result = nullptr;
-  return Guarded([&] {
+  return com::Guarded([&] {
     Enumerator::Items items;
     items.reserve(items_.size());
-    for (const auto& item : items_) items.push_back(CopyOfStored(item));
+    for (const auto& item : items_) items.push_back(item.Copy());
     return Enumerator::HandOut(std::move(items), result);
   });
 }
 
-STDMETHODIMP VectorObject::LendItem(LONG index, const VARIANT** value) {
+STDMETHODIMP VectorObject::ReadItem(LONG index, const VARIANT** value) {
   *value = At(index);
   return *value ? S_OK : S_FALSE;
 }

@@ -3,19 +3,19 @@
 #include <memory>
 #include <utility>
 
-#include "com/server/Module.h"
-#include "development/Storage.h"
-#include "support/LateBound.h"
+#include "com/server/LateBound.h"
+#include "development/storage/Storage.h"
+#include "foundation/packages/Component.h"
 
 namespace tavio::development {
 
-// What every object of this server is: it keeps the server loaded, and shares the thread's connection from its first
+using com::Arguments;
+using com::LateBound;
+
+// What every object of this server is: it shares the thread's connection from its first
 // use of the database to its end.
 class PlatformObject : public LateBound {
  protected:
-  PlatformObject() noexcept { com::HoldModule(); }
-  ~PlatformObject() override { com::LetModuleGo(); }
-
   Database& Store() {
     if (!store_) store_ = OpenStorage();
     return *store_;

@@ -1,5 +1,5 @@
 #include "actions/TemporaryFolder.h"
-#include "foundation/Error.h"
+#include "foundation/values/Error.h"
 
 // Needs the automation headers before it, and includes none.
 // clang-format off

@@ -1,5 +1,5 @@
 #include "actions/BillActions.h"
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
 
 namespace tavio {
 

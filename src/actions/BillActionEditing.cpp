@@ -1,10 +1,10 @@
 #include "actions/ActionCode.h"
 #include "actions/ActionStatus.h"
 #include "actions/BillActions.h"
-#include "foundation/LetterCase.h"
-#include "foundation/Operation.h"
-#include "foundation/ResText.h"
-#include "foundation/ShowMessage.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/ResText.h"
+#include "foundation/environment/ShowMessage.h"
+#include "foundation/values/Text.h"
 
 namespace tavio {
 namespace {

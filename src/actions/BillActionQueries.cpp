@@ -1,11 +1,11 @@
 #include "actions/BillActions.h"
-#include "foundation/Counter.h"
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {
 
-LentValue Required(LentValue code) {
+StoredValue Required(StoredValue code) {
   if (code->IsEmpty()) throw Error::MissingKey(L"FCode");
   return code;
 }

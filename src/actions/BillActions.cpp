@@ -1,7 +1,7 @@
 #include "actions/BillActions.h"
 
-#include "foundation/Operation.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/SharedProperties.h"
 
 namespace tavio {
 

@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "foundation/Component.h"
-#include "foundation/Error.h"
-#include "foundation/PlainNames.h"
+#include "foundation/packages/Component.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/NoWindowsMacros.h"
 
 namespace tavio {
 

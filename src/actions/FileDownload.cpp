@@ -2,7 +2,7 @@
 
 #include "actions/BillActions.h"
 #include "actions/TemporaryFolder.h"
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
 
 namespace tavio {
 

@@ -1,7 +1,7 @@
 #include "actions/ActionStatus.h"
 #include "actions/BillActions.h"
-#include "foundation/Counter.h"
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {

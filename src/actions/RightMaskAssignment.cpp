@@ -4,9 +4,9 @@
 #include "actions/ActionStatus.h"
 #include "actions/BillActions.h"
 #include "actions/RightMasks.h"
-#include "foundation/Operation.h"
-#include "foundation/RecordSet.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/RecordSet.h"
 
 namespace tavio {
 namespace {

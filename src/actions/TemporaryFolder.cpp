@@ -2,8 +2,8 @@
 
 #include <memory>
 
-#include "foundation/AppFolder.h"
-#include "foundation/Error.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/OwnModule.h"
 
 namespace tavio {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Value.h"
+#include "foundation/values/Value.h"
 
 namespace tavio {
 

@@ -2,12 +2,12 @@
 
 #include <vector>
 
+#include "catalogues/BillTypes.h"
 #include "catalogues/ScenarioOrder.h"
-#include "foundation/BillTypes.h"
-#include "foundation/Component.h"
-#include "foundation/Counter.h"
-#include "foundation/Operation.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Component.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {

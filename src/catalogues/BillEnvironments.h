@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Vector.h"
+#include "foundation/packages/Vector.h"
 
 namespace tavio {
 

@@ -1,9 +1,9 @@
 #include "catalogues/PredefineActions.h"
 
-#include "foundation/BillTypes.h"
-#include "foundation/Component.h"
-#include "foundation/Operation.h"
-#include "foundation/SharedProperties.h"
+#include "catalogues/BillTypes.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Component.h"
 
 namespace tavio {
 

@@ -3,7 +3,7 @@
 #include <TavioClassBillAction.h>
 
 #include "actions/BillActions.h"
-#include "com/server/Shell.h"
+#include "com/Shell.h"
 
 namespace tavio::com {
 

@@ -2,7 +2,7 @@
 
 #include <TavioClassBillAction.h>
 
-#include "com/server/Shell.h"
+#include "com/Shell.h"
 #include "message/Message.h"
 
 namespace tavio::com {

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "foundation/Text.h"
+#include "foundation/values/Text.h"
 
 namespace tavio {
 

@@ -2,10 +2,10 @@
 
 #include "delivery/RecipientExpansion.h"
 #include "delivery/SmtpSender.h"
-#include "foundation/Operation.h"
-#include "foundation/ResText.h"
-#include "foundation/SharedProperties.h"
-#include "foundation/ShowMessage.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/ResText.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/environment/ShowMessage.h"
 #include "message/Message.h"
 
 namespace tavio {

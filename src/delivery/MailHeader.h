@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "foundation/Text.h"
+#include "foundation/values/Text.h"
 
 namespace tavio {
 

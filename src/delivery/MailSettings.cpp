@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
-#include "foundation/Component.h"
-#include "foundation/Error.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Component.h"
+#include "foundation/values/Error.h"
 
 namespace tavio {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Dictionary.h"
+#include "foundation/packages/Dictionary.h"
 
 namespace tavio {
 

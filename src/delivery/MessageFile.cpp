@@ -4,26 +4,17 @@
 #include <fstream>
 #include <string>
 
-#include "foundation/AppFolder.h"
-#include "foundation/Component.h"
-#include "foundation/Error.h"
-#include "foundation/Operation.h"
-#include "foundation/ResText.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/packages/Component.h"
+#include "foundation/values/CodePage.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/OwnModule.h"
 
 namespace tavio {
 namespace {
 
-std::string InSystemCodePage(TextView text) {
-  const auto units = static_cast<int>(text.size());
-  if (units == 0) return {};
-  const int length = WideCharToMultiByte(CP_ACP, 0, text.data(), units, nullptr, 0, nullptr, nullptr);
-  std::string bytes(static_cast<std::size_t>(length), '\0');
-  WideCharToMultiByte(CP_ACP, 0, text.data(), units, bytes.data(), length, nullptr, nullptr);
-  return bytes;
-}
-
 Error FileError(TextView what, const Text& path) {
-  return Error(HRESULT_FROM_WIN32(ERROR_WRITE_FAULT), Text(), LoadResText(what) + L" " + path);
+  return Error::System(HRESULT_FROM_WIN32(ERROR_WRITE_FAULT), what, path);
 }
 
 }  // namespace
@@ -33,7 +24,7 @@ MessageFile::MessageFile(const Text& number)
 
 void MessageFile::WriteTempFile(TextView text) const {
   std::ofstream file(std::filesystem::path(path_), std::ios::binary | std::ios::trunc);
-  file << InSystemCodePage(text) << "\r\n";
+  file << ToCodePage(CP_ACP, text) << "\r\n";
   file.close();
   if (!file) throw FileError(L"不能写文件", path_);
 }

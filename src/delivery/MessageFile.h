@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <vector>
 
-#include "foundation/Text.h"
+#include "foundation/values/Text.h"
 
 namespace tavio {
 

@@ -1,9 +1,9 @@
 #include "delivery/RecipientExpansion.h"
 
 #include "delivery/AddressList.h"
-#include "foundation/Component.h"
-#include "foundation/LetterCase.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Component.h"
+#include "foundation/values/Text.h"
 
 namespace tavio {
 namespace {

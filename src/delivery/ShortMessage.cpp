@@ -2,9 +2,9 @@
 #include <string>
 #include <vector>
 
-#include "foundation/Operation.h"
-#include "foundation/RecordSet.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/RecordSet.h"
 #include "message/Message.h"
 
 namespace tavio {

@@ -3,10 +3,10 @@
 #include "delivery/AddressList.h"
 #include "delivery/MailHeader.h"
 #include "delivery/MailSettings.h"
-#include "foundation/Component.h"
-#include "foundation/Operation.h"
-#include "foundation/ResText.h"
-#include "foundation/ShowMessage.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/ResText.h"
+#include "foundation/environment/ShowMessage.h"
+#include "foundation/packages/Component.h"
 
 namespace tavio {
 namespace {

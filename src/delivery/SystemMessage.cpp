@@ -3,11 +3,11 @@
 
 #include "delivery/MessageFile.h"
 #include "delivery/RandomSequence.h"
-#include "foundation/Counter.h"
-#include "foundation/DecimalText.h"
-#include "foundation/Operation.h"
-#include "foundation/SharedProperties.h"
-#include "foundation/modFunction.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/environment/modFunction.h"
+#include "foundation/packages/Walk.h"
+#include "foundation/values/DecimalText.h"
 #include "message/Message.h"
 
 namespace tavio {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "foundation/Component.h"
-#include "foundation/PlainNames.h"
+#include "foundation/packages/Component.h"
+#include "foundation/values/NoWindowsMacros.h"
 
 namespace tavio {
 

@@ -1,5 +1,5 @@
-#include "foundation/Error.h"
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/values/Error.h"
 #include "message/Message.h"
 
 namespace tavio {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Text.h"
+#include "foundation/values/Text.h"
 
 namespace tavio {
 

@@ -1,10 +1,9 @@
 #include <functional>
 #include <unordered_map>
 
-#include "foundation/Error.h"
-#include "foundation/LetterCase.h"
-#include "foundation/Operation.h"
-#include "foundation/ResText.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/Text.h"
 #include "message/Message.h"
 #include "message/MessageTemplate.h"
 
@@ -14,7 +13,7 @@ namespace {
 using Translation = std::function<void(TextView name, Text& result)>;
 
 Error Refused(TextView reason) {
-  return Error(static_cast<HRESULT>(0x80040001), L"TavioClassBillAction.Message.TransMessage", LoadResText(reason));
+  return Error::System(kOwnError, reason, {}, L"TavioClassBillAction.Message.TransMessage");
 }
 
 // All three together are refused, while two are settled by precedence: hosts pass two and count on it.

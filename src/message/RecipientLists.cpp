@@ -1,5 +1,5 @@
-#include "foundation/Operation.h"
-#include "foundation/ShowMessage.h"
+#include "foundation/environment/Operation.h"
+#include "foundation/environment/ShowMessage.h"
 #include "message/Message.h"
 #include "message/Recipients.h"
 

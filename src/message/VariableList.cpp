@@ -1,4 +1,4 @@
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
 #include "message/Message.h"
 
 namespace tavio {

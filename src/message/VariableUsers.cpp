@@ -1,7 +1,7 @@
 #include <string>
 
-#include "foundation/RecordSet.h"
-#include "foundation/SharedProperties.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/RecordSet.h"
 #include "message/Message.h"
 #include "message/Recipients.h"
 

@@ -1,4 +1,4 @@
-#include "foundation/Operation.h"
+#include "foundation/environment/Operation.h"
 #include "message/Message.h"
 
 namespace tavio {
@@ -6,13 +6,13 @@ namespace {
 
 // What a field shows of the record it refers to: the member that its template names for display, else the one it
 // stores. Empty where the record has neither.
-LentValue ShownOf(const Dictionary& record, const Dictionary& field) {
+StoredValue ShownOf(const Dictionary& record, const Dictionary& field) {
   for (const auto* naming : {L"FDSP", L"FFLD"}) {
     const auto member = field.GetValue(Key(TextView(naming)))->OrEmpty().ToText();
     const Key key{TextView(member)};
     if (!member.empty() && record.Lookup(key)) return record.Get(key);
   }
-  return LentValue(Value());
+  return StoredValue(Value());
 }
 
 }  // namespace
@@ -30,7 +30,7 @@ void Message::FillVariable(const Key& name, const Dictionary& variable, const Di
     const auto held = page.Get(name);
     if (!held->HoldsObject()) return variable.Set(L"FValue"_key, *held);
     const auto record = Dictionary(*held);
-    const auto shown = field ? ShownOf(record, field) : LentValue(Value());
+    const auto shown = field ? ShownOf(record, field) : StoredValue(Value());
     if (!shown->IsEmpty()) return variable.Set(L"FValue"_key, *shown);
   }
   // No value is known: that is not the same as an empty one. A host's own variable keeps what the host gave it.

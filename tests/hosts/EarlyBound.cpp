@@ -11,9 +11,9 @@
 #include <iterator>
 #include <string>
 
-#include "foundation/BString.h"
-#include "foundation/Component.h"
-#include "foundation/Dictionary.h"
+#include "foundation/packages/Component.h"
+#include "foundation/packages/Dictionary.h"
+#include "foundation/values/BString.h"
 
 namespace tavio::test {
 namespace {

@@ -2,7 +2,7 @@
 #include <fstream>
 
 #include "actions/BillActions.h"
-#include "foundation/AppFolder.h"
+#include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 

@@ -1,6 +1,6 @@
 #include "catalogues/BillEnvironments.h"
 #include "catalogues/PredefineActions.h"
-#include "foundation/Error.h"
+#include "foundation/values/Error.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {

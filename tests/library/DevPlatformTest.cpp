@@ -1,8 +1,8 @@
 #include <filesystem>
 
-#include "development/ClassDefineUpdate.h"
-#include "development/ClassInfo.h"
-#include "foundation/RecordSet.h"
+#include "development/business/ClassDefineUpdate.h"
+#include "development/business/ClassInfo.h"
+#include "foundation/packages/RecordSet.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {

@@ -2,7 +2,7 @@
 #include <commctrl.h>
 
 #include "message/Message.h"
-#include "message/frmMsgUser.h"
+#include "message/dialog/frmMsgUser.h"
 #include "tests/support/BoxWindow.h"
 #include "tests/support/LibraryTest.h"
 

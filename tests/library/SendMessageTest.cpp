@@ -1,7 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
-#include "foundation/AppFolder.h"
+#include "foundation/values/OwnModule.h"
 #include "message/Message.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"

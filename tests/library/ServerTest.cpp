@@ -5,7 +5,7 @@
 #include <limits>
 #include <random>
 
-#include "foundation/AppFolder.h"
+#include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 

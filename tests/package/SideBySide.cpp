@@ -6,7 +6,7 @@
 #include <iostream>
 #include <iterator>
 
-#include "foundation/Component.h"
+#include "foundation/packages/Component.h"
 
 namespace {
 

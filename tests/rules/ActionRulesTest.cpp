@@ -5,7 +5,7 @@
 
 #include "actions/ActionCode.h"
 #include "actions/RightMasks.h"
-#include "foundation/BillTypes.h"
+#include "catalogues/BillTypes.h"
 
 namespace tavio::test {
 namespace {

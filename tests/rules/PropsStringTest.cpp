@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "foundation/MParse.h"
-#include "foundation/PropsString.h"
+#include "foundation/values/MParse.h"
+#include "foundation/values/PropsString.h"
 
 namespace tavio::test {
 namespace {

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "foundation/Text.h"
+#include "foundation/values/Text.h"
 
 namespace tavio::test {
 

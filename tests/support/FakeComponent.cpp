@@ -1,7 +1,7 @@
 #include "tests/support/FakeComponent.h"
 
-#include "foundation/Error.h"
-#include "foundation/LetterCase.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/Text.h"
 
 namespace tavio::test {
 namespace {
@@ -81,22 +81,10 @@ class FakeInstance final : public LateBound {
 
 namespace {
 
-class FakeFactory final : public IClassFactory {
+class FakeFactory final : public com::ComObject<IClassFactory> {
  public:
   explicit FakeFactory(FakeObject& fake) noexcept : fake_(fake) {}
 
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    const bool known = iid == IID_IUnknown || iid == IID_IClassFactory;
-    *object = known ? this : nullptr;
-    if (known) AddRef();
-    return known ? S_OK : E_NOINTERFACE;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) delete this;
-    return left;
-  }
   STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override {
     return fake_.New()->QueryInterface(iid, object);
   }
@@ -104,7 +92,6 @@ class FakeFactory final : public IClassFactory {
 
  private:
   FakeObject& fake_;
-  ULONG references_ = 1;
 };
 
 }  // namespace

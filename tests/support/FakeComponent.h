@@ -4,10 +4,13 @@
 #include <memory>
 #include <string>
 
-#include "support/LateBound.h"
+#include "com/server/LateBound.h"
 #include "tests/support/Packages.h"
 
 namespace tavio::test {
+
+using com::Arguments;
+using com::LateBound;
 
 // How many objects of all fakes are alive.
 long LivingFakes() noexcept;

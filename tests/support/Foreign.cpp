@@ -2,9 +2,9 @@
 
 #include <Vexo.h>
 
-#include "foundation/ByName.h"
-#include "foundation/Containers.h"
-#include "foundation/Error.h"
+#include "foundation/packages/NewContainer.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/InvokeByName.h"
 
 namespace tavio::test {
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/Vector.h"
+#include "foundation/packages/Vector.h"
 #include "tests/support/FakeComponent.h"
 
 // Containers that are not ours.

@@ -2,8 +2,8 @@
 
 #include <cstdio>
 
-#include "foundation/AppFolder.h"
-#include "foundation/ProcessState.h"
+#include "foundation/environment/ProcessState.h"
+#include "foundation/values/OwnModule.h"
 
 namespace tavio::test {
 namespace {

@@ -5,7 +5,7 @@
 #include <optional>
 #include <vector>
 
-#include "foundation/Error.h"
+#include "foundation/values/Error.h"
 #include "tests/support/BoxWatcher.h"
 #include "tests/support/FakeComponent.h"
 #include "tests/support/Packages.h"

@@ -2,7 +2,7 @@
 
 #include <Vexo.h>
 
-#include "foundation/ByName.h"
+#include "foundation/values/InvokeByName.h"
 
 namespace tavio::test {
 namespace {

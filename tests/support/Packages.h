@@ -4,7 +4,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "foundation/Vector.h"
+#include "foundation/packages/Vector.h"
 
 // Packages written down in a line, and read back as text, so that a test compares and prints them whole.
 

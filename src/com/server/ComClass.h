@@ -3,44 +3,17 @@
 #include <windows.h>
 #include <oaidl.h>
 
-#include <new>
-
+#include "com/server/ComObject.h"
 #include "com/server/Dispatch.h"
-#include "com/server/Module.h"
+#include "foundation/values/Error.h"
 
 namespace tavio::com {
 
 // Identity, lifetime and dispatch of a class with one dual interface. `Main` is the interface that is implemented: the
-// dual one itself, or one derived from it under the private identifier `mainId`.
+// dual one itself, or a private one derived from it.
 template <class Dual, class Main = Dual>
-class ComClass : public Main, public ISupportErrorInfo {
+class ComClass : public ComObject<Main, ISupportErrorInfo> {
  public:
-  ComClass(const ComClass&) = delete;
-  ComClass& operator=(const ComClass&) = delete;
-
-  STDMETHODIMP QueryInterface(REFIID iid, void** object) override {
-    if (!object) return E_POINTER;
-    *object = nullptr;
-    if (iid == mainId_ || iid == IID_IUnknown || iid == IID_IDispatch || iid == __uuidof(Dual)) {
-      *object = static_cast<Main*>(this);
-    } else if (iid == IID_ISupportErrorInfo) {
-      *object = static_cast<ISupportErrorInfo*>(this);
-    } else {
-      return E_NOINTERFACE;
-    }
-    AddRef();
-    return S_OK;
-  }
-  STDMETHODIMP_(ULONG) AddRef() override { return ++references_; }
-  STDMETHODIMP_(ULONG) Release() override {
-    const ULONG left = --references_;
-    if (left == 0) {
-      references_ = 1;  // who is called while this ends may take and release it once more
-      delete this;
-    }
-    return left;
-  }
-
   STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) override { return iid == __uuidof(Dual) ? S_OK : S_FALSE; }
 
   STDMETHODIMP GetTypeInfoCount(UINT* count) override {
@@ -59,25 +32,25 @@ class ComClass : public Main, public ISupportErrorInfo {
     return Dispatch::For(__uuidof(Dual))
         .Invoke(static_cast<Dual*>(this), member, flags, arguments, result, info, wrongArgument);
   }
-
- protected:
-  explicit ComClass(const IID& mainId = __uuidof(Dual)) noexcept : mainId_(mainId) { HoldModule(); }
-  virtual ~ComClass() { LetModuleGo(); }
-
- private:
-  const IID& mainId_;
-  ULONG references_ = 1;  // objects stay in their apartment, so nobody else counts
 };
+
+// Runs a member that needs no description of its failures. No exception leaves it.
+template <class Body>
+HRESULT Guarded(Body&& body) noexcept try {
+  return body();
+} catch (...) {
+  return Translate().Number();
+}
 
 // The maker of a class for its row in the class table.
 template <class Class>
-HRESULT Make(REFIID iid, void** object) noexcept try {
-  auto* made = new Class;
-  const HRESULT result = made->QueryInterface(iid, object);
-  made->Release();
-  return result;
-} catch (const std::bad_alloc&) {
-  return E_OUTOFMEMORY;
+HRESULT Make(REFIID iid, void** object) noexcept {
+  return Guarded([&] {
+    auto* made = new Class;
+    const HRESULT result = made->QueryInterface(iid, object);
+    made->Release();
+    return result;
+  });
 }
 
 }  // namespace tavio::com

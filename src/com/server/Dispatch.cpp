@@ -6,7 +6,7 @@
 #include <new>
 
 #include "com/server/ArgumentFrame.h"
-#include "foundation/AppFolder.h"
+#include "foundation/values/OwnModule.h"
 
 namespace tavio::com {
 

@@ -5,7 +5,7 @@
 
 #include "com/server/ClassFactory.h"
 #include "com/server/Dispatch.h"
-#include "com/server/Module.h"
+#include "com/server/ModuleUse.h"
 #include "com/server/Registration.h"
 
 using namespace tavio::com;

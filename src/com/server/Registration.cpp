@@ -8,8 +8,8 @@
 #include <string>
 
 #include "com/server/ClassTable.h"
-#include "foundation/AppFolder.h"
-#include "foundation/Error.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/OwnModule.h"
 
 namespace tavio::com {
 namespace {

@@ -2,8 +2,8 @@
 
 #include <cstdlib>
 
-#include "foundation/MParse.h"
-#include "foundation/PropsString.h"
+#include "foundation/values/MParse.h"
+#include "foundation/values/PropsString.h"
 #include "message/MessageTemplate.h"
 
 namespace tavio {

@@ -1,0 +1,21 @@
+#include "com/server/ClassTable.h"
+
+#include <initguid.h>  // the identifier of the type library is defined here
+
+#include "containers/DictionaryObject.h"
+#include "containers/VectorObject.h"
+
+namespace tavio::com {
+namespace {
+
+const ClassRow kClasses[] = {
+    {__uuidof(::Dictionary), L"Vexo.Dictionary", L"Vexo keyed data package", Make<vexo::DictionaryObject>},
+    {__uuidof(::Vector), L"Vexo.Vector", L"Vexo indexed data package", Make<vexo::VectorObject>},
+};
+
+}  // namespace
+
+// The platform's own containers go by the same names; where they are installed, they stay.
+const ServerTable kServer = {kClasses, &LIBID_Vexo, true};
+
+}  // namespace tavio::com

@@ -1,0 +1,44 @@
+#include "development/environment/Log.h"
+
+#include <chrono>
+
+namespace tavio::development {
+namespace {
+
+// A double holds every such number exactly, and every driver takes one.
+double Microseconds() {
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  return static_cast<double>(std::chrono::duration_cast<std::chrono::microseconds>(now).count());
+}
+
+}  // namespace
+
+Log::Log() {
+  Add(L"IsEnabled", [this](Arguments&) { return Value(IsEnabled()); });
+  Add(L"LogStart", [this](Arguments& a) { return Value(LogStart(a.At(0).ToText())); });
+  Add(L"LogEnd", [this](Arguments& a) {
+    LogEnd(a.At(0).ToInt32(), a.At(1).ToInt32());
+    return Value();
+  });
+}
+
+bool Log::IsEnabled() {
+  const Rows rows = Store().Query(L"SELECT FValue FROM t_Setting WHERE FName = 'LogEnabled'");
+  return !rows.IsEmpty() && rows.cells[0][0].EqualsText(L"1");
+}
+
+std::int32_t Log::LogStart(const Text& label) {
+  Transaction transaction(Store());
+  const std::int32_t handle = ReserveIds(Store(), L"Log");
+  const auto process = static_cast<std::int32_t>(GetCurrentProcessId());
+  Store().Execute(L"INSERT INTO t_Log (FID, FProcessID, FLabel, FBegin) VALUES (?, ?, ?, ?)", handle, process, label,
+                  Microseconds());
+  transaction.Commit();
+  return handle;
+}
+
+void Log::LogEnd(std::int32_t handle, std::int32_t outcome) {
+  Store().Execute(L"UPDATE t_Log SET FEnd = ?, FOutcome = ? WHERE FID = ?", Microseconds(), outcome, handle);
+}
+
+}  // namespace tavio::development

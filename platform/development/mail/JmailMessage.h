@@ -1,0 +1,39 @@
+#pragma once
+
+#include <map>
+
+#include "development/PlatformObject.h"
+#include "development/mail/Mime.h"
+
+namespace tavio::development {
+
+// Jmail.Message: a mail sent over SMTP, for real.
+//   Charset, Logging                         the charset of the mail; whether Log is kept
+//   ContentTransferEncoding, Encoding, ISOEncodeHeaders
+//                                            kept only: bodies are base64 and headers encoded whatever is assigned
+//   MailServerUserName, MailServerPassWord   with a user name the server is asked for AUTH LOGIN
+//   From, FromName, Subject, HTMLBody, Body  an HTMLBody goes before a Body
+//   AddRecipient(address)   AddAttachment(path[, inline])   inline is not supported: everything is an attachment
+//   Send(server[:port]) -> Boolean           False where it failed; ErrorMessage then says why
+//   Log                                      the conversation, where Logging is True; without secrets
+class JmailMessage final : public PlatformObject {
+ public:
+  JmailMessage();
+
+ private:
+  void AddText(const wchar_t* name, Text& held);
+  void AddKept(const wchar_t* name);
+  bool Send(const Text& server);
+
+  Mail mail_;
+  Text html_;
+  Text plain_;
+  Text user_;
+  Text password_;
+  Text error_;
+  Text log_;
+  bool logging_ = false;
+  std::map<Text, Value> kept_;
+};
+
+}  // namespace tavio::development

@@ -1,0 +1,147 @@
+#include "development/mail/Smtp.h"
+
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
+#include <utility>
+
+#include "foundation/values/CodePage.h"
+#include "foundation/values/Error.h"
+
+namespace tavio::development {
+namespace {
+
+[[noreturn]] void Fail(const Text& description) { throw Error(E_FAIL, L"DevPlatform.Smtp", description); }
+
+struct WinSock {
+  WinSock() {
+    WSADATA data;
+    if (WSAStartup(MAKEWORD(2, 2), &data) != 0) Fail(L"不能使用网络");
+  }
+  ~WinSock() { WSACleanup(); }
+  WinSock(const WinSock&) = delete;
+  WinSock& operator=(const WinSock&) = delete;
+};
+
+class Conversation {
+ public:
+  Conversation(const Text& server, Text* log) : log_(log) { Connect(server); }
+  ~Conversation() { closesocket(socket_); }
+  Conversation(const Conversation&) = delete;
+  Conversation& operator=(const Conversation&) = delete;
+
+  // Sends a line and takes the answer, which must have a code of the given first digit.
+  void Say(const std::string& line, char expected) {
+    Note("> " + line);
+    Send(line + "\r\n");
+    Expect(expected);
+  }
+  // The same for a line that the log must not show.
+  void SaySecret(const std::string& line, char expected) {
+    Note("> ***");
+    Send(line + "\r\n");
+    Expect(expected);
+  }
+  void Expect(char expected) {
+    std::string line;
+    do {
+      line = ReadLine();
+      Note("< " + line);
+    } while (line.size() > 3 && line[3] == '-');
+    if (line.empty() || line[0] != expected) Fail(L"邮件服务器拒绝: " + FromUtf8(line));
+  }
+  void Send(const std::string& bytes) {
+    for (std::size_t sent = 0; sent < bytes.size();) {
+      const int count = send(socket_, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
+      if (count <= 0) Fail(L"与邮件服务器的连接中断");
+      sent += static_cast<std::size_t>(count);
+    }
+  }
+
+ private:
+  void Connect(const Text& server) {
+    const auto colon = server.find(L':');
+    const std::string host = ToUtf8(server.substr(0, colon));
+    const std::string port = colon == Text::npos ? "25" : ToUtf8(server.substr(colon + 1));
+    addrinfo hints = {}, *found = nullptr;
+    hints.ai_socktype = SOCK_STREAM;
+    if (getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0) Fail(L"找不到邮件服务器 " + server);
+    for (auto* address = found; address && socket_ == INVALID_SOCKET; address = address->ai_next) TryConnect(*address);
+    freeaddrinfo(found);
+    if (socket_ == INVALID_SOCKET) Fail(L"不能连接邮件服务器 " + server);
+    const DWORD wait = 30000;
+    setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&wait), sizeof wait);
+    setsockopt(socket_, SOL_SOCKET, SO_SNDTIMEO, reinterpret_cast<const char*>(&wait), sizeof wait);
+  }
+
+  void TryConnect(const addrinfo& address) {
+    socket_ = ::socket(address.ai_family, address.ai_socktype, address.ai_protocol);
+    if (socket_ == INVALID_SOCKET) return;
+    if (connect(socket_, address.ai_addr, static_cast<int>(address.ai_addrlen)) == 0) return;
+    closesocket(std::exchange(socket_, INVALID_SOCKET));
+  }
+
+  std::string ReadLine() {
+    for (;;) {
+      const auto end = received_.find("\r\n");
+      if (end != std::string::npos) {
+        std::string line = received_.substr(0, end);
+        received_.erase(0, end + 2);
+        return line;
+      }
+      char piece[512];
+      const int count = recv(socket_, piece, sizeof piece, 0);
+      if (count <= 0 || received_.size() > 65536) Fail(L"邮件服务器没有应答");
+      received_.append(piece, static_cast<std::size_t>(count));
+    }
+  }
+
+  void Note(const std::string& line) {
+    if (log_) *log_ += FromUtf8(line) + L"\r\n";
+  }
+
+  SOCKET socket_ = INVALID_SOCKET;
+  std::string received_;
+  Text* log_;
+};
+
+// A line that begins with a dot gets one more, since a lone dot ends the mail.
+std::string Stuffed(const std::string& mail) {
+  std::string text = mail.starts_with('.') ? "." + mail : mail;
+  for (std::size_t at = 0; (at = text.find("\r\n.", at)) != std::string::npos; at += 4) text.insert(at + 2, ".");
+  return text;
+}
+
+void LogIn(Conversation& server, const SmtpAccount& account) {
+  if (account.user.empty()) return;
+  server.Say("AUTH LOGIN", '3');
+  server.SaySecret(Base64(ToUtf8(account.user)), '3');
+  server.SaySecret(Base64(ToUtf8(account.password)), '2');
+}
+
+void CheckAddresses(const Mail& mail) {
+  if (!IsAddress(mail.from)) Fail(L"发件人地址无效: " + mail.from);
+  if (mail.recipients.empty()) Fail(L"没有收件人");
+  for (const Text& recipient : mail.recipients) {
+    if (!IsAddress(recipient)) Fail(L"收件人地址无效: " + recipient);
+  }
+}
+
+}  // namespace
+
+void SendOverSmtp(const Text& server, const SmtpAccount& account, const Mail& mail, Text* log) {
+  CheckAddresses(mail);
+  const WinSock network;
+  Conversation conversation(server, log);
+  conversation.Expect('2');
+  conversation.Say("EHLO localhost", '2');
+  LogIn(conversation, account);
+  conversation.Say("MAIL FROM:<" + ToUtf8(mail.from) + ">", '2');
+  for (const Text& recipient : mail.recipients) conversation.Say("RCPT TO:<" + ToUtf8(recipient) + ">", '2');
+  conversation.Say("DATA", '3');
+  conversation.Send(Stuffed(Compose(mail)));
+  conversation.Say(".", '2');
+  conversation.Send("QUIT\r\n");  // the mail is accepted: what the server says to this changes nothing
+}
+
+}  // namespace tavio::development

@@ -1,0 +1,83 @@
+#include "development/print/NotePrint.h"
+
+#include "development/print/Pdf.h"
+#include "development/storage/Files.h"
+#include "development/storage/PackageJson.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/InvokeByName.h"
+
+namespace tavio::development {
+namespace {
+
+// What a field shows: of a looked-up record the member that the field names for display, else the one it stores.
+Text Shown(const Value& held, const Dictionary& field) {
+  if (held.Type() == VT_NULL) return {};
+  if (!held.IsObject()) return held.ToText();
+  const Dictionary record(held);
+  for (const auto* naming : {L"FDSP", L"FFLD"}) {
+    const Text member = field.GetValue(Key(TextView(naming)))->ToText();
+    if (record && !member.empty() && record.Lookup(Key(member))) return record.Get(Key(member))->ToText();
+  }
+  return {};
+}
+
+constexpr std::int32_t kUserField = 7;
+
+bool IsRecord(const Value& value) { return value.HoldsObject() && HasMember(value.ToObject().Get(), L"Lookup"); }
+
+}  // namespace
+
+NotePrint::NotePrint() {
+  const auto property = [this](const wchar_t* name, Value& held) {
+    Add(
+        name, [&held](Arguments&) { return held.Copy(); },
+        [&held](Arguments& a) {
+          held = a.At(0);
+          return Value();
+        });
+  };
+  property(L"dataSrv", dataService_);
+  property(L"TableInfo", tableInfo_);
+  Add(L"CreatePDFFile", [this](Arguments& a) { return CreatePdfFile(a); });
+}
+
+Dictionary NotePrint::HeaderOf(std::int32_t bill) {
+  if (IsRecord(dataService_)) return PackageAt(Dictionary(dataService_), L"Page1"_key);
+  const Rows rows = Store().Query(L"SELECT FPackage FROM t_Bill WHERE FID = ?", bill);
+  if (rows.IsEmpty()) return {};
+  return PackageAt(Dictionary(FromJson(FromColumn(rows.cells[0][0]))), L"Page1"_key);
+}
+
+// What a field shows, where it holds a user's ID the user's name.
+Text NotePrint::ShownWithUser(const Value& held, const Dictionary& field) {
+  if (held.Type() != VT_I4 || field.GetValue(L"FLookUpType"_key)->ToInt32() != kUserField) return Shown(held, field);
+  const Rows rows = Store().Query(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
+  return rows.IsEmpty() ? held.ToText() : rows.cells[0][0].ToText();
+}
+
+std::vector<Text> NotePrint::Lines(const Dictionary& header) {
+  const Dictionary info(tableInfo_);
+  if (!info) throw Error(E_FAIL, L"TavioClassBillPrint.clsNotePrint", L"请先设置字段信息");
+  std::vector<Text> lines;
+  const Dictionary fields = PackageAt(info, L"Page1"_key);
+  for (std::int32_t i = 1; fields && i <= fields.Count(); ++i) {
+    const Key key{TextView(fields.Name(i))};
+    const Dictionary field = PackageAt(info, key);
+    if (!field || field.GetValue(L"FVisible"_key)->ToInt32() == 0) continue;
+    const Text value = header && header.Lookup(key) ? ShownWithUser(*header.Get(key), field) : Text();
+    lines.push_back(field.GetValue(L"FCaption"_key)->ToText() + L": " + value);
+  }
+  return lines;
+}
+
+Value NotePrint::CreatePdfFile(const Arguments& arguments) {
+  const Text name = arguments.At(0).ToText();
+  const std::int32_t bill = arguments.At(1).ToInt32();
+  const std::string document = MakePdf(name, Lines(HeaderOf(bill)));
+  const Text path = FolderWithin(L"print") + AsFileName(name + L"_" + std::to_wstring(bill)) + L".pdf";
+  WriteFile(path, document);
+  arguments.Return(0, Value(TextView(path)));
+  return Value(true);
+}
+
+}  // namespace tavio::development

@@ -1,0 +1,91 @@
+#pragma once
+
+#include <array>
+#include <string>
+#include <vector>
+
+#include "foundation/values/Value.h"
+
+namespace tavio::development {
+
+// One column of a result, as the database names it.
+struct Column {
+  enum class Kind { kText, kInteger, kNumber };
+
+  Text name;
+  Kind kind = Kind::kText;
+};
+
+// A result read to its end. Cells are text, 32-bit integers, doubles or database nulls; an integer that needs more than
+// 32 bits is a double.
+struct Rows {
+  std::vector<Column> columns;
+  std::vector<std::vector<Value>> cells;
+
+  std::size_t Count() const noexcept { return cells.size(); }
+  bool IsEmpty() const noexcept { return cells.empty(); }
+  // The cell of a column matched without regard to letter case, since databases differ in how they fold names.
+  const Value& At(std::size_t row, TextView column) const;
+};
+
+// A connection to an ODBC database. Every failure raises Error with the driver's own text.
+class Database {
+ public:
+  // `connection` is an ODBC connection string, driver included.
+  explicit Database(const Text& connection);
+  ~Database();
+  Database(const Database&) = delete;
+  Database& operator=(const Database&) = delete;
+
+  // Runs one statement whose "?" marks stand for `values`, and answers how many rows it changed. A value is bound as
+  // integer, number or text; an empty one as null.
+  template <class... Values>
+  std::int32_t Execute(TextView sql, const Values&... values) {
+    const std::array<Value, sizeof...(Values)> bound = {AsParameter(values)...};
+    return Execute(sql, std::span<const Value>(bound));
+  }
+  std::int32_t Execute(TextView sql, std::span<const Value> values);
+
+  // As Execute, for a statement that answers rows.
+  template <class... Values>
+  Rows Query(TextView sql, const Values&... values) {
+    const std::array<Value, sizeof...(Values)> bound = {AsParameter(values)...};
+    return Query(sql, std::span<const Value>(bound));
+  }
+  Rows Query(TextView sql, std::span<const Value> values);
+
+ private:
+  friend class Transaction;
+
+  static Value AsParameter(const Value& value) { return value.Copy(); }
+  static Value AsParameter(const Text& text) { return Value(TextView(text)); }
+  template <class T>
+  requires std::constructible_from<Value, const T&> &&(!std::same_as<T, Value>)static Value
+      AsParameter(const T& scalar) {
+    return Value(scalar);
+  }
+
+  void SetAutoCommit(bool on);
+  void End(bool commit);
+
+  void* environment_ = nullptr;
+  void* connection_ = nullptr;
+};
+
+// What happens between its making and Commit is stored whole or not at all. Make a changing statement the first of it:
+// a reader that turns into a writer half-way can be refused by SQLite.
+class Transaction {
+ public:
+  explicit Transaction(Database& database);
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+  void Commit();
+
+ private:
+  Database& database_;
+  bool open_ = true;
+};
+
+}  // namespace tavio::development

@@ -1,0 +1,156 @@
+#include "development/storage/PackageJson.h"
+
+#include <cstdio>
+
+#include "foundation/values/CodePage.h"
+#include "foundation/values/Error.h"
+#include "foundation/values/InvokeByName.h"
+
+namespace tavio::development {
+namespace {
+
+constexpr int kDeepest = 64;
+
+std::string IsoDate(double date) {
+  SYSTEMTIME time;
+  if (!VariantTimeToSystemTime(date, &time)) throw Error::TypeMismatch();
+  char text[32];
+  std::snprintf(text, sizeof text, "%04d-%02d-%02d %02d:%02d:%02d", time.wYear, time.wMonth, time.wDay, time.wHour,
+                time.wMinute, time.wSecond);
+  return text;
+}
+
+Value FromIsoDate(const std::string& text) {
+  SYSTEMTIME time = {};
+  double date = 0;
+  const int read = std::sscanf(text.c_str(), "%4hu-%2hu-%2hu %2hu:%2hu:%2hu", &time.wYear, &time.wMonth, &time.wDay,
+                               &time.wHour, &time.wMinute, &time.wSecond);
+  if (read < 3 || !SystemTimeToVariantTime(&time, &date)) throw Error::TypeMismatch();
+  Value value;
+  value.InPlace()->vt = VT_DATE;
+  value.InPlace()->date = date;
+  return value;
+}
+
+Value FromDecimal(const std::string& digits) {
+  Value text{TextView(FromUtf8(digits))};
+  Value value;
+  Check(VariantChangeTypeEx(value.InPlace(), text.InPlace(), LOCALE_INVARIANT, 0, VT_DECIMAL));
+  return value;
+}
+
+std::string DecimalDigits(const Value& value) {
+  Value text;
+  Check(VariantChangeTypeEx(text.InPlace(), const_cast<VARIANT*>(&value.Raw()), LOCALE_INVARIANT, 0, VT_BSTR));
+  return ToUtf8(text.ToText());
+}
+
+// Whether an object stands for something else.
+bool IsMarked(const Json& json) { return json.size() == 1 && json.begin().key().starts_with('$'); }
+
+Json Write(const Value& value, int depth);
+
+Json WriteRecord(const Dictionary& record, int depth) {
+  Json json = Json::object();
+  const std::int32_t count = record.Count();
+  for (std::int32_t i = 1; i <= count; ++i) {
+    const auto entry = record.At(i);
+    json[ToUtf8(entry.KeyView())] = Write(*entry.value, depth + 1);
+  }
+  return IsMarked(json) ? Json{{"$record", std::move(json)}} : json;
+}
+
+Json WriteList(const Vector& list, int depth) {
+  Json json = Json::array();
+  const std::int32_t count = list.Count();
+  for (std::int32_t i = 1; i <= count; ++i) json.push_back(Write(*list.Item(i), depth + 1));
+  return json;
+}
+
+Json WriteObject(const Value& value, int depth) {
+  if (!value.HoldsObject()) return Json{{"$object", 0}};
+  if (depth > kDeepest) throw Error(E_INVALIDARG, L"DevPlatform", L"数据包嵌套过深,无法保存");
+  const auto object = value.ToObject();
+  const bool keyed = HasMember(object.Get(), L"Lookup");
+  return keyed ? WriteRecord(Dictionary(object), depth) : WriteList(Vector(object), depth);
+}
+
+Json Write(const Value& value, int depth) {
+  switch (value.Type()) {
+    case VT_EMPTY:
+    case VT_ERROR:
+      return Json{{"$empty", 0}};
+    case VT_NULL:
+      return nullptr;
+    case VT_BOOL:
+      return value.ToBool();
+    case VT_I2:
+      return Json{{"$i2", value.ToInt16()}};
+    case VT_UI1:
+    case VT_I4:
+    case VT_INT:
+      return value.ToInt32();
+    case VT_R4:
+      return Json{{"$r4", value.ToDouble()}};
+    case VT_R8:
+      return value.ToDouble();
+    case VT_DATE:
+      return Json{{"$date", IsoDate(value.Raw().date)}};
+    case VT_CY:
+    case VT_DECIMAL:
+      return Json{{"$decimal", DecimalDigits(value)}};
+    case VT_DISPATCH:
+    case VT_UNKNOWN:
+      return WriteObject(value, depth);
+    case VT_BSTR:
+      return ToUtf8(value.ToText());
+    default:
+      throw Error::TypeMismatch();
+  }
+}
+
+Value ReadRecord(const Json& json) {
+  const Dictionary record = Dictionary::New();
+  for (const auto& [key, value] : json.items()) record.Set(Key(FromUtf8(key)), FromJson(value));
+  return record.AsValue();
+}
+
+Value ReadMarked(const std::string& mark, const Json& json) {
+  if (mark == "$i2") return Value(json.get<std::int16_t>());
+  if (mark == "$r4") return Value(json.get<float>());
+  if (mark == "$date") return FromIsoDate(json.get<std::string>());
+  if (mark == "$decimal") return FromDecimal(json.get<std::string>());
+  if (mark == "$object") return Value(ComPtr<IDispatch>());
+  if (mark == "$record") return ReadRecord(json);
+  return Value();
+}
+
+Value ReadList(const Json& json) {
+  const Vector list = Vector::New();
+  for (const auto& item : json) list.Add(FromJson(item));
+  return list.AsValue();
+}
+
+}  // namespace
+
+Json ToJson(const Value& value) { return Write(value, 0); }
+
+Value FromJson(const Json& json) {
+  if (json.is_object()) {
+    return IsMarked(json) ? ReadMarked(json.begin().key(), json.begin().value()) : ReadRecord(json);
+  }
+  if (json.is_array()) return ReadList(json);
+  if (json.is_boolean()) return Value(json.get<bool>());
+  if (json.is_number_integer()) return Value(json.get<std::int32_t>());
+  if (json.is_number()) return Value(json.get<double>());
+  if (json.is_string()) return Value(TextView(FromUtf8(json.get<std::string>())));
+  Value null;
+  null.InPlace()->vt = VT_NULL;
+  return null;
+}
+
+Text ToColumn(const Json& json) { return FromUtf8(json.dump()); }
+
+Json FromColumn(const Value& cell) { return Json::parse(ToUtf8(cell.ToText())); }
+
+}  // namespace tavio::development

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <memory>
+
+#include "development/storage/Database.h"
+
+namespace tavio::development {
+
+// The folder of everything the development platform writes, ending with "\": the environment variable TAVIO_DEV_FOLDER
+// (a Windows path), else "devplatform" beside this server. It is made where it is missing.
+Text StorageFolder();
+
+// This thread's connection, shared while anybody holds it. The database is the one whose ODBC connection string is in
+// the environment variable TAVIO_DEV_DATABASE, else a SQLite file platform.db in the storage folder. At first use its
+// tables are made and filled with the seed.
+std::shared_ptr<Database> OpenStorage();
+
+// Reserves `count` identifiers of a series and answers the first. Only within a transaction.
+std::int32_t ReserveIds(Database& database, const wchar_t* series, std::int32_t count = 1);
+
+// The local time as stored: "2024-03-05 08:30:00.123".
+Text NowText();
+
+}  // namespace tavio::development

@@ -1,0 +1,50 @@
+#include "foundation/environment/ResText.h"
+
+#include "foundation/environment/PendingError.h"
+#include "foundation/environment/ProcessState.h"
+#include "foundation/environment/SharedProperties.h"
+
+namespace tavio {
+namespace {
+
+constexpr wchar_t kResourceFile[] = L"TavioDesign";
+
+// A loader that refuses a setting is asked for its texts all the same.
+void AssignWhereDifferent(const Component& loader, const wchar_t* property, const Text& wanted) noexcept try {
+  if (loader.Read(property).ToText() != wanted) loader.Assign(property, Value(TextView(wanted)));
+} catch (...) {
+}
+
+Text Translation(Text core) noexcept try {
+  auto& process = Process();
+  if (process.language.empty()) process.language = GetPropValue(L"Language");
+  if (!process.resourceLoader) process.resourceLoader = Component::Create(L"TavioResLoader.Loader");
+  AssignWhereDifferent(*process.resourceLoader, L"ResFileBaseName", kResourceFile);
+  AssignWhereDifferent(*process.resourceLoader, L"LanguageID", process.language);
+  return process.resourceLoader->Call(L"LoadString", ByRef(core)).ToText();
+} catch (...) {
+  return Text();
+}
+
+}  // namespace
+
+Text LoadResText(TextView source) noexcept {
+  const TextView core = TrimBlanks(source);
+  if (core.empty()) return Text();
+  const PendingError pending;
+  const auto lead = static_cast<std::size_t>(core.data() - source.data());
+  return Text(source.substr(0, lead)) + Translation(Text(core)) + Text(source.substr(lead + core.size()));
+}
+
+Vector LoadFormResources(const Component& form, Dictionary& resources) {
+  const auto loader = Component::Create(L"TavioFormText.FormTextLoader");
+  auto formReference = Value(form.Object());
+  const Text language = GetPropValue(L"Language");
+  if (!resources) {
+    return Vector(loader.Call(L"LoadFrmResStrings", ByRef(formReference), language, L"", kResourceFile));
+  }
+  return Vector(
+      loader.Call(L"LoadFrmResStrings", ByRef(formReference), language, L"", kResourceFile, ByRef(resources)));
+}
+
+}  // namespace tavio
