@@ -55,7 +55,7 @@ Vector Catalogue(std::int32_t count) {
   const auto catalogue = Vector::New();
   const auto actions = Actions(count);
   for (std::int32_t i = 1; i <= count; ++i) {
-    const Dictionary action(*actions.At(i).value);
+    const Dictionary action(actions.At(i).Stored());
     action.Set(L"FBillType"_key, Value(std::int32_t{1}));
     catalogue.Add(action);
   }

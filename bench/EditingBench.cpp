@@ -14,7 +14,7 @@ constexpr std::int32_t kActions = 10000;
 void AddOneByOne(const Dictionary& actions) {
   BillActions holder;
   holder.ClassTypeID(1005);
-  for (std::int32_t i = 1; i <= kActions; ++i) holder.AddNew(Dictionary(*actions.At(i).value));
+  for (std::int32_t i = 1; i <= kActions; ++i) holder.AddNew(Dictionary(actions.At(i).Stored()));
 }
 
 // For each action, the codes of those before it, read from the packages.
@@ -23,7 +23,7 @@ std::int32_t WalkPackages(const Dictionary& actions) {
   const Text absent = L"Action0";
   for (std::int32_t n = 1; n <= kActions; ++n) {
     for (std::int32_t i = 1; i < n; ++i) {
-      const Dictionary action(*actions.At(i).value);
+      const Dictionary action(actions.At(i).Stored());
       if (action.Get(L"FCode"_key)->EqualsText(absent)) ++found;
     }
   }

@@ -13,6 +13,7 @@ inline constexpr IID IID_IVectorInPlace = {
     0x6f3b0c52, 0x9d1e, 0x4c7a, {0x8a, 0x55, 0x2f, 0x61, 0xc1, 0xb7, 0xe0, 0xb2}};
 
 struct IDictionaryInPlace : _Dictionary {
+  static const IID& Id() noexcept { return IID_IDictionaryInPlace; }
   virtual HRESULT STDMETHODCALLTYPE ReadEntry(long index, BSTR* key, const VARIANT** value) = 0;
   virtual HRESULT STDMETHODCALLTYPE ReadValue(BSTR key, const VARIANT** value) = 0;
   // The value under `key` of the record at a position. E_NOINTERFACE if that is no record of this very class.
@@ -20,5 +21,6 @@ struct IDictionaryInPlace : _Dictionary {
 };
 
 struct IVectorInPlace : _Vector {
+  static const IID& Id() noexcept { return IID_IVectorInPlace; }
   virtual HRESULT STDMETHODCALLTYPE ReadItem(long index, const VARIANT** value) = 0;
 };

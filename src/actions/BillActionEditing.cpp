@@ -4,6 +4,7 @@
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/ResText.h"
 #include "foundation/environment/ShowMessage.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Text.h"
 
 namespace tavio {
@@ -55,11 +56,6 @@ bool BillActions::Accept(const Dictionary& action) const {
   return false;
 }
 
-// A search that fails is reported as LookUp's, and finds nothing.
-std::optional<BillActions::Found> BillActions::FindReported(TextView code) const {
-  return LookUp(code) ? Find(code) : std::nullopt;
-}
-
 // The copy that is stored as a new action, unless a stored one lends it its identity.
 Dictionary BillActions::Prepare(const Dictionary& action) {
   auto copy = action.Clone();
@@ -70,88 +66,83 @@ Dictionary BillActions::Prepare(const Dictionary& action) {
   return copy;
 }
 
-// Stores one more copy, in place of the entry `replacedKey` where there is one. All that can fail of a host's package
+// Stores one more copy, in place of the entry `replacedKey` if there is one. All that can fail of a host's package
 // comes before the entry goes.
 void BillActions::Store(const Dictionary& copy, const Key* replacedKey) {
+  const auto collection = actions_;
   const auto stored = copy.Clone();
-  const auto code = stored.Get(L"FCode"_key);
-  const Key key{TextView(code->ToText())};
-  if (replacedKey) actions_.Remove(*replacedKey);
-  actions_.Set(key, stored);
+  const Key key{TextView(stored.Get(L"FCode"_key)->ToText())};
+  if (replacedKey) collection.Remove(*replacedKey);
+  collection.Set(key, stored);
 }
 
 bool BillActions::AddNew(const Dictionary& action) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.AddNew 加入操作集合",
-                          .report = L"TavioClassBillAction.BillActions : AddNew "},
-                         [&](bool& stored) {
-                           RequireBinding(L"AddNew");
-                           if (!action || !Accept(action)) return;
-                           const auto copy = Prepare(action);
-                           auto storedCode = CodeText(copy, L"FCode_Old"_key);
-                           if (storedCode.empty()) storedCode = CodeText(copy, L"FCode"_key);
-                           const auto found = FindReported(storedCode);
-                           if (found) {
-                             Replace(*found, copy);
-                           } else {
-                             Store(copy);
-                           }
-                           stored = true;
-                         });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.AddNew 加入操作集合",
+                           .report = L"TavioClassBillAction.BillActions : AddNew "};
+  return Operation<bool>(kLabels, [&](bool& stored) {
+    RequireBinding(L"AddNew");
+    if (!action || !Accept(action)) return;
+    const auto copy = Prepare(action);
+    auto storedCode = CodeText(copy, L"FCode_Old"_key);
+    if (storedCode.empty()) storedCode = CodeText(copy, L"FCode"_key);
+    if (const auto found = FindReported(storedCode)) {
+      Replace(*found, copy);
+    } else {
+      Store(copy);
+    }
+    stored = true;
+  });
 }
 
 // The action-management screen knows nothing of messages: those stored stay.
 void BillActions::Replace(const Found& found, const Dictionary& copy) {
   TakeOverIdentity(found.action, copy);
-  if (found.action.Lookup(L"Messages"_key)) copy.Set(L"Messages"_key, *found.action.Get(L"Messages"_key));
+  if (const auto messages = found.action.Find(L"Messages"_key)) copy.Set(L"Messages"_key, **messages);
   const Key key{TextView(found.key)};
   Store(copy, &key);
 }
 
 bool BillActions::Update(const Dictionary& action) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.Update 更新操作数据包",
-                          .report = L"TavioClassBillAction.BillActions : Update "},
-                         [&](bool& stored) {
-                           RequireBinding(L"Update");
-                           if (!action || !Accept(action)) return;
-                           const auto copy = Prepare(action);
-                           const auto code = CodeText(copy, L"FCode"_key);
-                           if (const auto found = FindReported(code)) TakeOverIdentity(found->action, copy);
-                           Store(copy);
-                           stored = true;
-                         });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.Update 更新操作数据包",
+                           .report = L"TavioClassBillAction.BillActions : Update "};
+  return Operation<bool>(kLabels, [&](bool& stored) {
+    RequireBinding(L"Update");
+    if (!action || !Accept(action)) return;
+    const auto copy = Prepare(action);
+    if (const auto found = FindReported(CodeText(copy, L"FCode"_key))) TakeOverIdentity(found->action, copy);
+    Store(copy);
+    stored = true;
+  });
 }
 
 bool BillActions::IsLastLive(TextView code) const {
   const Text upperCode = ToUpper(code);
-  const auto count = actions_.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto entry = actions_.At(i);
-    if (ToUpper(entry.KeyView()) != upperCode && !IsDeleted(StatusOf(Dictionary(*entry.value)))) return false;
+  for (const auto& entry : Entries(actions_)) {
+    if (ToUpper(entry.KeyView()) != upperCode && !IsDeleted(StatusOf(entry.Record()))) return false;
   }
   return true;
 }
 
 bool BillActions::Remove(TextView code) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.Remove 从操作集合中移去指定的操作",
-                          .report = L"TavioClassBillAction.BillActions : Remove "},
-                         [&](bool& removed) {
-                           if (!LookUp(code)) return;
-                           if (IsLastLive(code) && !UserAgrees(kAskForLast)) return;
-                           const auto found = Find(code);
-                           if (!found) return;  // the host goes on while its user is asked
-                           MarkDeleted(found->action);
-                           removed = true;
-                         });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.Remove 从操作集合中移去指定的操作",
+                           .report = L"TavioClassBillAction.BillActions : Remove "};
+  return Operation<bool>(kLabels, [&](bool& removed) {
+    const auto found = FindReported(code);
+    if (!found || (IsLastLive(code) && !UserAgrees(kAskForLast))) return;
+    const auto stored = actions_.Find(Key(TextView(found->key)));
+    if (!stored) return;  // the host goes on while its user is asked
+    MarkDeleted(Dictionary(**stored));
+    removed = true;
+  });
 }
 
 void BillActions::RemoveAll() noexcept {
-  Operation({.log = L"TavioClassBillAction.BillActions.RemoveAll 清空所有操作",
-             .report = L"TavioClassBillAction.BillActions : RemoveAll "},
-            [&] {
-              if (!actions_ || !UserAgrees(kAskForAll)) return;
-              const auto count = actions_.Count();
-              for (std::int32_t i = 1; i <= count; ++i) MarkDeleted(Dictionary(*actions_.At(i).value));
-            });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.RemoveAll 清空所有操作",
+                           .report = L"TavioClassBillAction.BillActions : RemoveAll "};
+  Operation(kLabels, [&] {
+    if (!actions_ || !UserAgrees(kAskForAll)) return;
+    for (const auto& entry : Entries(actions_)) MarkDeleted(entry.Record());
+  });
 }
 
 }  // namespace tavio

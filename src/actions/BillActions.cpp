@@ -11,8 +11,9 @@ void BillActions::RequireBinding(TextView operation) const {
 }
 
 void BillActions::ClassType(Dictionary value) {
-  classType_ = std::move(value);
-  if (classType_ && classType_.Lookup(L"FID"_key)) classTypeId_ = classType_.Get(L"FID"_key)->ToInt32();
+  classType_ = value;
+  if (!value) return;
+  if (const auto id = value.Find(L"FID"_key)) classTypeId_ = (*id)->ToInt32();
 }
 
 void BillActions::Initialize() noexcept { LoadReported(); }
@@ -27,47 +28,49 @@ void BillActions::Load() {
 
 // Initialize as hosts see it; also tells its failure to Save, which reports it once more as its own.
 std::optional<Error> BillActions::LoadReported() noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.Initialize 业务对象操作初始化",
+                           .report = L"TavioClassBillAction.BillActions : Initialize"};
   std::optional<Error> failure;
-  Operation({.log = L"TavioClassBillAction.BillActions.Initialize 业务对象操作初始化",
-             .report = L"TavioClassBillAction.BillActions : Initialize"},
-            [&] {
-              try {
-                Load();
-              } catch (...) {
-                failure = Translate();
-                throw;
-              }
-            });
+  Operation(kLabels, [&] {
+    try {
+      Load();
+    } catch (...) {
+      failure = Translate();
+      throw;
+    }
+  });
   return failure;
 }
 
 bool BillActions::Save() noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.BillActions.Save 操作集合保存",
-                          .report = L"TavioClassBillAction.BillActions : Save"},
-                         [&](bool& saved) {
-                           AssignRightMask();
-                           std::int32_t classTypeId = classTypeId_;
-                           Dictionary actions = actions_;
-                           Dictionary classType = classType_;
-                           {
-                             const auto update = Component::Create(L"TavioMClass.ClassDefineUpdate");
-                             update.Call(L"SaveBillActions", GetPropsString(), ByRef(classTypeId), ByRef(actions),
-                                         ByRef(classType));
-                           }
-                           actions_ = std::move(actions);
-                           classType_ = std::move(classType);
-                           classTypeId_ = classTypeId;
-                           if (auto failure = LoadReported()) throw *failure;
-                           saved = true;
-                         });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.Save 操作集合保存",
+                           .report = L"TavioClassBillAction.BillActions : Save"};
+  return Operation<bool>(kLabels, [&](bool& saved) {
+    AssignRightMask();
+    WriteToMiddleTier();
+    if (auto failure = LoadReported()) throw *failure;
+    saved = true;
+  });
+}
+
+// Keeps what the middle tier leaves in its by-reference arguments.
+void BillActions::WriteToMiddleTier() {
+  std::int32_t classTypeId = classTypeId_;
+  Dictionary actions = actions_;
+  Dictionary classType = classType_;
+  const auto update = Component::Create(L"TavioMClass.ClassDefineUpdate");
+  update.Call(L"SaveBillActions", GetPropsString(), ByRef(classTypeId), ByRef(actions), ByRef(classType));
+  actions_ = actions;
+  classType_ = classType;
+  classTypeId_ = classTypeId;
 }
 
 void BillActions::SetBillActions(const Dictionary& actions) noexcept {
-  Operation({.report = L"TavioClassBillAction.BillActions : SetBillActions"}, [&] {
+  constexpr Labels kLabels{.report = L"TavioClassBillAction.BillActions : SetBillActions"};
+  Operation(kLabels, [&] {
     actions_ = actions;
-    if (!actions_ || actions_.Count() == 0) return;
-    const Dictionary first(*actions_.At(1).value);
-    classTypeId_ = first.Get(L"FClassTypeID"_key)->ToInt32();
+    if (!actions || actions.Count() == 0) return;
+    classTypeId_ = actions.At(1).Record().Get(L"FClassTypeID"_key)->ToInt32();
   });
 }
 

@@ -72,11 +72,12 @@ class BillActions {
   void Load();
   std::optional<Error> LoadReported() noexcept;
   std::optional<Found> Find(TextView code) const;
-  std::optional<Found> FindReported(TextView code) const;
+  std::optional<Found> FindReported(TextView code) const noexcept;
   bool Accept(const Dictionary& action) const;
   Dictionary Prepare(const Dictionary& action);
   void Replace(const Found& found, const Dictionary& copy);
   void Store(const Dictionary& copy, const Key* replacedKey = nullptr);
+  void WriteToMiddleTier();
   bool IsLastLive(TextView code) const;
   Component Catalogue();
   void AssignRightMask() noexcept;

@@ -1,5 +1,3 @@
-#include <string>
-
 #include "actions/BillActions.h"
 #include "actions/TemporaryFolder.h"
 #include "foundation/environment/Operation.h"
@@ -7,9 +5,9 @@
 namespace tavio {
 
 Text BillActions::DownloadFile(const Value& bytes, TextView fileName) const noexcept {
-  return Operation<Text>({.log = L"TavioClassBillAction.BillActions.DownloadFile"}, [&](Text& path) {
-    const TemporaryFolder folder;
-    const Text target = folder.Path() + L"\\" + Text(fileName);
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.DownloadFile"};
+  return Operation<Text>(kLabels, [&](Text& path) {
+    const Text target = PrepareTemporaryFolder() + L"\\" + Text(fileName);
     WriteFileBytes(target, bytes);
     path = target;
   });

@@ -26,20 +26,18 @@ Component BillActions::Catalogue() {
 }
 
 void BillActions::NewBill() noexcept {
-  Operation({.log = L"TavioClassBillAction.BillActions.NewBill 加载该业务对象所属类别的默认操作",
-             .report = L"TavioClassBillAction.BillActions : NewBill"},
-            [&] {
-              RequireBinding(L"NewBill");
-              const Value defaults = Catalogue().Call(L"GetDefaultActions", *classType_.Get(L"FBillTypeID"_key));
-              actions_ = Dictionary::New();
-              const Vector actions(defaults);
-              const auto count = CountedIn16Bits(actions.Count());
-              for (std::int32_t i = 1; i <= count; ++i) {
-                const auto action = actions.Record(i);
-                MakeNew(action, classTypeId_);
-                actions_.Set(KeyOf(*action.Get(L"FCode"_key)), action);
-              }
-            });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.NewBill 加载该业务对象所属类别的默认操作",
+                           .report = L"TavioClassBillAction.BillActions : NewBill"};
+  Operation(kLabels, [&] {
+    RequireBinding(L"NewBill");
+    const Value defaults = Catalogue().Call(L"GetDefaultActions", *classType_.Get(L"FBillTypeID"_key));
+    const auto collection = Dictionary::New();
+    actions_ = collection;
+    for (const auto& action : RecordsIn16Bits(Vector(defaults))) {
+      MakeNew(action, classTypeId_);
+      collection.Set(KeyOf(*action.Get(L"FCode"_key)), action);
+    }
+  });
 }
 
 }  // namespace tavio

@@ -1,63 +1,91 @@
+#include <map>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "actions/ActionStatus.h"
 #include "actions/BillActions.h"
 #include "actions/RightMasks.h"
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {
 
 constexpr std::int32_t kNoMask = 0;
 
-std::int32_t NumberAt(const Dictionary& record, const Key& key) {
-  return record.GetValue(key, Value(kNoMask))->ToInt32();
-}
+std::int32_t MaskOf(const Dictionary& action) { return NumberAt(action, L"FRightMask"_key, kNoMask); }
 
-void CopyWherePresent(const Dictionary& from, const Key& key, const Dictionary& to) {
+void CopyIfPresent(const Dictionary& from, const Key& key, const Dictionary& to) {
   const auto held = from.GetValue(key);
   if (!held->IsEmpty()) to.Set(key, *held);
 }
 
-// The masks that an action may not be given: those of the catalogue, of the database, and of the same save.
-class TakenMasks {
+// The catalogue as one assignment sees it, read once.
+class KnownActions {
  public:
-  explicit TakenMasks(const Component& catalogue)
-      : catalogue_(catalogue), classInfo_(Component::Create(L"TavioMClass.ClassInfo")) {}
-
-  bool Contains(std::int32_t mask, std::int32_t objectId) const {
-    return (givenNow_ & mask) != 0 || catalogue_.Call(L"LookupRightMask", mask).ToBool() || IsStored(mask, objectId);
+  explicit KnownActions(const Component& catalogue) {
+    for (const auto& action : Records(Vector(catalogue.Call(L"GetList")))) {
+      byCode_.try_emplace(TextAt(action, L"FCode"_key), action);
+      masks_ |= MaskOf(action);
+    }
   }
-  void Give(std::int32_t mask) noexcept { givenNow_ |= mask; }
+
+  // The masks of the catalogue become those of an action that it knows. Answers whether it does.
+  bool LendMasks(const Dictionary& action) const {
+    const auto known = byCode_.find(TextAt(action, L"FCode"_key));
+    if (known == byCode_.end()) return false;
+    CopyIfPresent(known->second, L"FRightMask"_key, action);
+    CopyIfPresent(known->second, L"FRightUseMask"_key, action);
+    CopyIfPresent(known->second, L"FRightGroupMask"_key, action);
+    return true;
+  }
+  std::int32_t Masks() const noexcept { return masks_; }
 
  private:
-  bool IsStored(std::int32_t mask, std::int32_t objectId) const {
+  std::map<Text, Dictionary> byCode_;
+  std::int32_t masks_ = kNoMask;
+};
+
+// The masks that an action may not be given: those that the catalogue and the live actions hold, whatever object they
+// belong to, and those that the catalogue or the database reports. Each question is asked once.
+class TakenMasks {
+ public:
+  TakenMasks(const Component& catalogue, std::int32_t held)
+      : catalogue_(catalogue), classInfo_(Component::Create(L"TavioMClass.ClassInfo")), held_(held) {}
+
+  bool Contains(std::int32_t mask, std::int32_t objectId) {
+    return (held_ & mask) != 0 || IsInCatalogue(mask) || IsStored(mask, objectId);
+  }
+  void Give(std::int32_t mask) noexcept { held_ |= mask; }
+
+ private:
+  bool IsInCatalogue(std::int32_t mask) {
+    const auto asked = inCatalogue_.find(mask);
+    if (asked != inCatalogue_.end()) return asked->second;
+    return inCatalogue_[mask] = catalogue_.Call(L"LookupRightMask", mask).ToBool();
+  }
+  bool IsStored(std::int32_t mask, std::int32_t objectId) {
+    const auto asked = stored_.find({mask, objectId});
+    if (asked != stored_.end()) return asked->second;
     const Text sql = L"select 1 from t_ObjectAccessType where fobjectid=" + std::to_wstring(objectId) + L" and (" +
                      std::to_wstring(mask) + L" & faccessuse <> 0)";
-    return !RecordSet(classInfo_.Call(L"GetData", GetPropsString(), sql)).EndReached();
+    return stored_[{mask, objectId}] = !RecordSet(classInfo_.Call(L"GetData", props_, sql)).EndReached();
   }
 
   const Component& catalogue_;
   Component classInfo_;
-  std::int32_t givenNow_ = 0;
+  const Text props_ = GetPropsString();
+  std::int32_t held_;
+  std::map<std::int32_t, bool> inCatalogue_;
+  std::map<std::pair<std::int32_t, std::int32_t>, bool> stored_;
 };
 
-// Whether the catalogue knows the action; its masks are then the action's.
-bool TakeFromCatalogue(const Component& catalogue, const Dictionary& action) {
-  if (!action.GetValue(L"FIsPredefine"_key, Value(false))->ToBool()) return false;
-  const Dictionary known(catalogue.Call(L"Item", action.GetValue(L"FCode"_key)->ToText()));
-  if (!known) return false;
-  CopyWherePresent(known, L"FRightMask"_key, action);
-  CopyWherePresent(known, L"FRightUseMask"_key, action);
-  CopyWherePresent(known, L"FRightGroupMask"_key, action);
-  return true;
-}
-
 void GiveMask(const Dictionary& action, TakenMasks& taken) {
-  const auto objectId = NumberAt(action, L"FObjectID"_key);
+  const auto objectId = NumberAt(action, L"FObjectID"_key, 0);
   const auto mask = FirstFreeRightMask([&](std::int32_t candidate) { return !taken.Contains(candidate, objectId); });
   action.Set(L"FRightMask"_key, Value(mask));
   if (mask == kNoMask) return;
@@ -69,20 +97,28 @@ void GiveMask(const Dictionary& action, TakenMasks& taken) {
 
 }  // namespace
 
+// An action that was given its mask by a save that failed is nowhere stored, so the masks of all live actions are
+// collected before the first search.
 void BillActions::AssignRightMask() noexcept {
-  Operation({.report = L"TavioClassBillAction.BillActions : AssignRightMask"}, [&] {
+  constexpr Labels kLabels{.report = L"TavioClassBillAction.BillActions : AssignRightMask"};
+  Operation(kLabels, [&] {
     RequireBinding(L"AssignRightMask");
     if (!actions_ || actions_.Count() == 0) return;
     const auto catalogue = Catalogue();
-    std::optional<TakenMasks> taken;
-    const auto count = actions_.Count();
-    for (std::int32_t i = 1; i <= count; ++i) {
-      const Dictionary action(*actions_.At(i).value);
-      if (IsDeleted(NumberAt(action, L"FStatus"_key)) || TakeFromCatalogue(catalogue, action)) continue;
-      if (NumberAt(action, L"FRightMask"_key) != kNoMask) continue;
-      if (!taken) taken.emplace(catalogue);
-      GiveMask(action, *taken);
+    std::optional<KnownActions> known;
+    const auto knownActions = [&]() -> const KnownActions& { return known ? *known : known.emplace(catalogue); };
+    std::int32_t held = kNoMask;
+    std::vector<Dictionary> without;
+    for (const auto& entry : Entries(actions_)) {
+      const auto action = entry.Record();
+      if (IsDeleted(NumberAt(action, L"FStatus"_key, 0))) continue;
+      const bool isKnown = FlagAt(action, L"FIsPredefine"_key) && knownActions().LendMasks(action);
+      held |= MaskOf(action);
+      if (!isKnown && MaskOf(action) == kNoMask) without.push_back(action);
     }
+    if (without.empty()) return;
+    TakenMasks taken(catalogue, held | knownActions().Masks());
+    for (const auto& action : without) GiveMask(action, taken);
   });
 }
 

@@ -5,8 +5,8 @@
 
 namespace tavio {
 
-// The lowest rights bit that `isFree` accepts, tried from bit 0 to bit 30 (the sign bit is no right); 0 when none is
-// free. `isFree` asks the database, so it is called no oftener than needed.
+// The lowest rights bit that `isFree` accepts, tried from bit 0 to bit 30 (the sign bit is no right); 0 if none is
+// free. `isFree` asks the database, so it is called no more often than needed.
 template <std::predicate<std::int32_t> IsFree>
 constexpr std::int32_t FirstFreeRightMask(IsFree&& isFree) {
   for (int bit = 0; bit < 31; ++bit) {

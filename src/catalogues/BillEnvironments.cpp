@@ -7,6 +7,7 @@
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/Walk.h"
 
 namespace tavio {
@@ -17,11 +18,13 @@ Package AskClassInfo(const wchar_t* member) {
   return Package(Component::Create(L"TavioMClass.ClassInfo").Call(member, GetPropsString()));
 }
 
-std::int32_t Number(const Dictionary& record, const Key& key) { return record.Get(key)->ToInt32(); }
+std::int32_t MaskOf(const Dictionary& record) { return NumberAt(record, L"FMask"_key); }
 
-std::int32_t MaskOf(const Dictionary& record) { return Number(record, L"FMask"_key); }
-
-bool HasId(const Dictionary& record, std::int32_t id) { return Number(record, L"FID"_key) == id; }
+// A database null is no ID, not even 0.
+bool HasId(const Dictionary& record, std::int32_t id) {
+  const auto stored = record.Get(L"FID"_key);
+  return !stored->IsNull() && stored->ToInt32() == id;
+}
 
 bool SharesBit(const Dictionary& record, std::int32_t mask) { return (MaskOf(record) & mask) != 0; }
 
@@ -29,15 +32,16 @@ bool SharesBit(const Dictionary& record, std::int32_t mask) { return (MaskOf(rec
 std::int32_t RequiredMaskOf(const Dictionary& record) {
   const auto mask = record.Get(L"FMask"_key);
   if (mask->IsEmpty()) throw Error::MissingKey(L"FMask");
-  return mask->ToInt32();
+  return mask->OrEmpty().ToInt32();
 }
 
 template <class Taken>
 Dictionary Select(const Dictionary& set, const Taken& taken) {
   auto selected = Dictionary::New();
-  for (std::int32_t i = 1, count = set.Count(); i <= count; ++i) {
-    const auto entry = set.At(i);
-    if (taken(Dictionary(*entry.value))) selected.Set(entry.BorrowKey(), *entry.value);
+  for (const auto& entry : Entries(set)) {
+    const Key key(entry.KeyView());
+    const auto record = entry.Record();
+    if (taken(record)) selected.Set(key, record);
   }
   return selected;
 }
@@ -45,9 +49,8 @@ Dictionary Select(const Dictionary& set, const Taken& taken) {
 template <class Taken>
 Vector Select(const Vector& list, const Taken& taken) {
   auto selected = Vector::New();
-  for (std::int32_t i = 1, count = list.Count(); i <= count; ++i) {
-    const auto record = list.Item(i);
-    if (taken(Dictionary(*record))) selected.Add(*record);
+  for (const auto& record : Records(list)) {
+    if (taken(record)) selected.Add(record);
   }
   return selected;
 }
@@ -59,8 +62,8 @@ struct Scenarios {
 
 Scenarios Read(const Dictionary& set) {
   Scenarios scenarios;
-  for (std::int32_t i = 1, count = set.Count(); i <= count; ++i) {
-    scenarios.records.emplace_back(*set.At(i).value);
+  for (const auto& entry : Entries(set)) {
+    scenarios.records.push_back(entry.Record());
     scenarios.masks.push_back(MaskOf(scenarios.records.back()));
   }
   return scenarios;
@@ -117,7 +120,7 @@ Dictionary BillEnvironments::GetBillTypeList(std::int32_t billType) noexcept {
   return Operation<Dictionary>(kLabels, [&](Dictionary& list) {
     LoadSet();
     const auto mask = BillTypeMask(billType);
-    list = Select(set_, [&](const Dictionary& scenario) { return (Number(scenario, L"FBillType"_key) & mask) != 0; });
+    list = Select(set_, [&](const Dictionary& scenario) { return (NumberAt(scenario, L"FBillType"_key) & mask) != 0; });
   });
 }
 
@@ -127,7 +130,7 @@ Dictionary BillEnvironments::GetItem(std::int32_t mask, std::int32_t id) noexcep
   return Operation<Dictionary>(kLabels, [&](Dictionary& scenario) {
     LoadSet();
     if (mask != 0) {
-      scenario = PackageAt(set_, Key(mask));
+      if (const auto found = set_.Find(Key(mask))) scenario = Dictionary(**found);
     } else if (id != 0) {
       scenario = ItemWithId(id);
     }
@@ -158,17 +161,16 @@ void BillEnvironments::SortList() noexcept {
     WriteParents(scenarios, parents);
     const auto order = OrderScenarios(parents);
     WriteLevels(scenarios, order.levels);
-    sorted_ = Vector::New();
-    for (const auto scenario : order.sequence) sorted_.Add(scenarios.records[scenario]);
+    const auto sorted = Vector::New();
+    sorted_ = sorted;
+    for (const auto scenario : order.sequence) sorted.Add(scenarios.records[scenario]);
   });
 }
 
 void BillEnvironments::CollectSet() {
-  set_ = Dictionary::New();
-  for (std::int32_t i = 1, count = CountedIn16Bits(source_.Count()); i <= count; ++i) {
-    const auto record = source_.Item(i);
-    set_.Set(Key(RequiredMaskOf(Dictionary(*record))), *record);
-  }
+  const auto set = Dictionary::New();
+  set_ = set;
+  for (const auto& record : RecordsIn16Bits(source_)) set.Set(Key(RequiredMaskOf(record)), record);
 }
 
 void BillEnvironments::LoadSet() noexcept {
@@ -180,8 +182,8 @@ void BillEnvironments::LoadList() noexcept {
 }
 
 Dictionary BillEnvironments::ItemWithId(std::int32_t id) const {
-  for (std::int32_t i = 1, count = CountedIn16Bits(set_.Count()); i <= count; ++i) {
-    Dictionary scenario(*set_.At(i).value);
+  for (const auto& entry : EntriesIn16Bits(set_)) {
+    auto scenario = entry.Record();
     if (HasId(scenario, id)) return scenario;
   }
   return Dictionary();

@@ -4,6 +4,8 @@
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 
@@ -39,9 +41,8 @@ Vector PredefineActions::GetDefaultActions(std::int32_t billType) noexcept {
     Load();
     const auto mask = BillTypeMask(billType);
     actions = Vector::New();
-    for (std::int32_t i = 1, count = catalogue_.Count(); i <= count; ++i) {
-      const auto action = catalogue_.Record(i);
-      if ((action.Get(L"FBillType"_key)->ToInt32() & mask) != 0) actions.Add(action.Clone());
+    for (const auto& action : Records(catalogue_)) {
+      if ((NumberAt(action, L"FBillType"_key) & mask) != 0) actions.Add(action.Clone());
     }
   });
 }
@@ -49,8 +50,9 @@ Vector PredefineActions::GetDefaultActions(std::int32_t billType) noexcept {
 bool PredefineActions::LookupRightMask(std::int32_t mask) noexcept {
   return Operation<bool>(Labels{}, [&](bool& used) {
     Load();
-    for (std::int32_t i = 1, count = catalogue_.Count(); !used && i <= count; ++i) {
-      used = catalogue_.Record(i).GetValue(L"FRightMask"_key, Value(0))->ToInt32() == mask;
+    for (const auto& action : Records(catalogue_)) {
+      used = action.GetValue(L"FRightMask"_key, Value(0))->ToInt32() == mask;
+      if (used) return;
     }
   });
 }
@@ -67,9 +69,9 @@ void PredefineActions::Load() noexcept {
 }
 
 Dictionary PredefineActions::Find(TextView code) const {
-  for (std::int32_t i = 1, count = catalogue_.Count(); i <= count; ++i) {
-    auto action = catalogue_.Record(i);
-    if (action.GetValue(L"FCode"_key)->EqualsText(code)) return action;
+  for (auto action : Records(catalogue_)) {
+    const auto stored = action.GetValue(L"FCode"_key);
+    if (!stored->IsNull() && stored->EqualsText(code)) return action;  // a database null is no code, not even ""
   }
   return Dictionary();
 }

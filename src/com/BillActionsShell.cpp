@@ -35,20 +35,19 @@ STDMETHODIMP BillActionsShell::GetBillActions(IDispatch** result) {
   return Give(result, [&] { return actions_.GetBillActions(); });
 }
 STDMETHODIMP BillActionsShell::Item(BSTR code, IDispatch** result) {
-  return Give(result, [&] { return actions_.Item(ViewOf(code)); });
+  return Give(result, [&] { return actions_.Item(Copied(code)); });
 }
 STDMETHODIMP BillActionsShell::GetEnvironmentItems(LONG mask, IDispatch** result) {
   return Give(result, [&] { return actions_.GetEnvironmentItems(mask); });
 }
 STDMETHODIMP BillActionsShell::LookUp(BSTR code, VARIANT_BOOL* result) {
-  return Give(result, [&] { return actions_.LookUp(ViewOf(code)); });
+  return Give(result, [&] { return actions_.LookUp(Copied(code)); });
 }
 STDMETHODIMP BillActionsShell::AddNew(IDispatch** action, VARIANT_BOOL* result) {
   return Give(result, [&] { return actions_.AddNew(AsDictionary(Referenced(action))); });
 }
-// A copy of the code: while the user is asked, the host's variable may be given another text.
 STDMETHODIMP BillActionsShell::Remove(BSTR* code, VARIANT_BOOL* result) {
-  return Give(result, [&] { return actions_.Remove(Text(ViewOf(Referenced(code)))); });
+  return Give(result, [&] { return actions_.Remove(Copied(Referenced(code))); });
 }
 STDMETHODIMP BillActionsShell::RemoveAll() {
   return Do([&] { actions_.RemoveAll(); });
@@ -63,10 +62,10 @@ STDMETHODIMP BillActionsShell::AddAppendVariables(IDispatch* variables, VARIANT_
   return Give(result, [&] { return actions_.AddAppendVariables(AsDictionary(variables)); });
 }
 STDMETHODIMP BillActionsShell::GetMessage(BSTR code, LONG mask, IDispatch** result) {
-  return Give(result, [&] { return actions_.GetMessage(ViewOf(code), mask); });
+  return Give(result, [&] { return actions_.GetMessage(Copied(code), mask); });
 }
 STDMETHODIMP BillActionsShell::DownloadFile(VARIANT bytes, BSTR fileName, BSTR* result) {
-  return Give(result, [&] { return actions_.DownloadFile(Value::CopyOf(bytes), ViewOf(fileName)); });
+  return Give(result, [&] { return actions_.DownloadFile(Value::CopyOrMissing(bytes), Copied(fileName)); });
 }
 
 }  // namespace tavio::com

@@ -10,6 +10,7 @@
 #include "com/BillEnvironmentsShell.h"
 #include "com/MessageShell.h"
 #include "com/PredefineActionsShell.h"
+#include "foundation/packages/NewContainer.h"
 
 namespace tavio::com {
 namespace {
@@ -25,6 +26,6 @@ constexpr ClassRow kClasses[] = {
 
 }  // namespace
 
-constexpr ServerTable kServer = {kClasses, &LIBID_TavioClassBillAction, false};
+constexpr ServerTable kServer = {kClasses, &LIBID_TavioClassBillAction, false, ForgetContainerFactories};
 
 }  // namespace tavio::com

@@ -2,9 +2,8 @@
 
 namespace tavio::com {
 
-// Copies of the codes: loading the catalogue may let the host go on meanwhile, and give its variable another text.
 STDMETHODIMP PredefineActionsShell::Item(BSTR code, IDispatch** result) {
-  return Give(result, [&] { return actions_.Item(Text(ViewOf(code))); });
+  return Give(result, [&] { return actions_.Item(Copied(code)); });
 }
 STDMETHODIMP PredefineActionsShell::SetList(IDispatch** items, VARIANT_BOOL* result) {
   return Give(result, [&] { return actions_.SetList(Value(ComPtr<IDispatch>(Referenced(items)))); });
@@ -13,7 +12,7 @@ STDMETHODIMP PredefineActionsShell::GetList(IDispatch** result) {
   return Give(result, [&] { return actions_.GetList(); });
 }
 STDMETHODIMP PredefineActionsShell::LookUp(BSTR code, VARIANT_BOOL* result) {
-  return Give(result, [&] { return actions_.LookUp(Text(ViewOf(code))); });
+  return Give(result, [&] { return actions_.LookUp(Copied(code)); });
 }
 STDMETHODIMP PredefineActionsShell::GetDefaultActions(LONG billType, IDispatch** result) {
   return Give(result, [&] { return actions_.GetDefaultActions(billType); });

@@ -46,6 +46,9 @@ T Referenced(T* parameter) {
   return *parameter;
 }
 
+// Texts are copied at the entrance: host code may run before they are read, and give the caller's variable another.
+inline Text Copied(BSTR text) { return Text(ViewOf(text)); }
+
 // The base of the shells: a class whose members forward to a domain object. The object stays until a member ends: a
 // host whose user is asked something goes on, and may let the object go meanwhile.
 template <class Dual>

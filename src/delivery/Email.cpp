@@ -6,6 +6,7 @@
 #include "foundation/environment/ResText.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/environment/ShowMessage.h"
+#include "foundation/packages/Fields.h"
 #include "message/Message.h"
 
 namespace tavio {

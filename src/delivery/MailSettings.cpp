@@ -4,6 +4,7 @@
 
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 
 namespace tavio {

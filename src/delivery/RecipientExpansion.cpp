@@ -39,7 +39,7 @@ Dictionary GroupedByType(const Dictionary& recipients) {
   const auto count = recipients.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
     const auto recipient = recipients.At(i);
-    const auto entry = recipient.value->HoldsObject() ? Dictionary(*recipient.value) : Dictionary();
+    const auto entry = recipient.Stored().HoldsObject() ? Dictionary(recipient.Stored()) : Dictionary();
     AddTo(groups, TypeOf(entry), IdOf(recipient.KeyView(), entry));
   }
   return groups;
@@ -69,7 +69,7 @@ Dictionary ExpandRecipients(const Dictionary& recipients) {
   const auto count = groups.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
     const auto group = groups.At(i);
-    Vector asked(*group.value);
+    Vector asked(group.Stored());
     const Vector known(users.Call(L"GetUserInfo", props, Text(group.KeyView()), ByRef(asked)));
     if (known) expansion.Set(group.BorrowKey(), known.AsValue());
   }
@@ -82,7 +82,7 @@ Text JoinAddresses(const Dictionary& expansion, const Key& field, Char separator
   const auto count = expansion ? expansion.Count() : 0;
   for (std::int32_t i = 1; i <= count; ++i) {
     const auto entry = expansion.At(i);
-    if (entry.KeyView() != kUserInfoEx) AddField(Vector(*entry.value), field, list);
+    if (entry.KeyView() != kUserInfoEx) AddField(Vector(entry.Stored()), field, list);
   }
   return list.Joined();
 }

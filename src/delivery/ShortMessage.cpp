@@ -4,6 +4,7 @@
 
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
 #include "message/Message.h"
 
@@ -21,7 +22,7 @@ void ForEachRecord(const Value& package, Visit&& visit) {
   if (HasMember(object.Get(), L"Lookup")) {
     const Dictionary records(object);
     const auto count = records.Count();
-    for (std::int32_t i = 1; i <= count; ++i) visit(Dictionary(*records.At(i).value));
+    for (std::int32_t i = 1; i <= count; ++i) visit(Dictionary(records.At(i).Stored()));
   } else {
     const Vector records(object);
     const auto count = records.Count();

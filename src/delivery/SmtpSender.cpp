@@ -7,11 +7,12 @@
 #include "foundation/environment/ResText.h"
 #include "foundation/environment/ShowMessage.h"
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Fields.h"
 
 namespace tavio {
 namespace {
 
-Text TextAt(const Dictionary& request, const Key& key) {
+Text FieldText(const Dictionary& request, const Key& key) {
   Text text;
   request.GetValue(key)->AppendTo(text);
   return text;
@@ -64,7 +65,7 @@ bool SmtpSender::Send(const Dictionary& request) const {
 void SmtpSender::Deliver(const Dictionary& request) const {
   const auto sender = Fitting(Setting(L"txtAccountName"));
   const auto senderName = Fitting(Setting(L"txtShowName"));
-  const auto recipients = Fitting(TextAt(request, L"Addrecipients"_key));
+  const auto recipients = Fitting(FieldText(request, L"Addrecipients"_key));
   const auto mail = Component::Create(L"Jmail.Message");
   AssignEncoding(mail);
   if (LogsIn()) {
@@ -74,9 +75,9 @@ void SmtpSender::Deliver(const Dictionary& request) const {
   Assign(mail, L"From", sender);
   Assign(mail, L"FromName", senderName);
   for (const auto address : SplitAddresses(recipients, L';')) mail.Call(L"AddRecipient", address);
-  Assign(mail, L"Subject", FoldedForHeader(TextAt(request, L"Subject"_key)));
-  Assign(mail, L"HTMLBody", WithHtmlLineBreaks(TextAt(request, L"Body"_key)));
-  const auto attachment = TextAt(request, L"Addattachment"_key);
+  Assign(mail, L"Subject", FoldedForHeader(FieldText(request, L"Subject"_key)));
+  Assign(mail, L"HTMLBody", WithHtmlLineBreaks(FieldText(request, L"Body"_key)));
+  const auto attachment = FieldText(request, L"Addattachment"_key);
   if (!attachment.empty()) mail.Call(L"AddAttachment", attachment, false);
   // Some answer whether they sent it, others only fail.
   const auto sent = mail.Call(L"Send", Setting(L"txtMailSrv"));

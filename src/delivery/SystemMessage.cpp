@@ -6,6 +6,7 @@
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/environment/modFunction.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/DecimalText.h"
 #include "message/Message.h"

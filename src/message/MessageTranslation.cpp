@@ -87,7 +87,7 @@ class ToNames {
     const auto count = variables.Count();
     for (std::int32_t i = 1; i <= count; ++i) {
       const auto entry = variables.At(i);
-      const Dictionary variable(*entry.value);
+      const Dictionary variable(entry.Stored());
       const auto caption = variable.GetValue(L"FCaption"_key);
       if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->OrEmpty().ToText()), entry.KeyView());
     }

@@ -1,5 +1,6 @@
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/ShowMessage.h"
+#include "foundation/packages/Fields.h"
 #include "message/Message.h"
 #include "message/Recipients.h"
 

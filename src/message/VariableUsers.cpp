@@ -1,6 +1,7 @@
 #include <string>
 
 #include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
 #include "message/Message.h"
 #include "message/Recipients.h"

@@ -1,4 +1,5 @@
 #include "foundation/environment/Operation.h"
+#include "foundation/packages/Fields.h"
 #include "message/Message.h"
 
 namespace tavio {
@@ -49,7 +50,7 @@ bool Message::RefreshVariableValue(const Dictionary& data) noexcept {
                            const auto count = variables_.Count();
                            for (std::int32_t i = 1; i <= count; ++i) {
                              const auto entry = variables_.At(i);
-                             FillVariable(entry.BorrowKey(), Dictionary(*entry.value), page);
+                             FillVariable(entry.BorrowKey(), Dictionary(entry.Stored()), page);
                            }
                            refreshed = true;
                          });

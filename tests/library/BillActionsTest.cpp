@@ -16,7 +16,7 @@ class BillActionsTest : public LibraryTest {
     classInfo->On(L"GetBillActions", [this](Arguments&) { return loaded.Copy(); });
     update.On(L"SaveBillActions", [] {});
     catalogue.On(L"SetList", [] { return true; });
-    catalogue.On(L"Item", [] {});
+    catalogue.On(L"GetList", [] { return List({}); });
     actions.ClassType(Record({{L"FID", 7}, {L"FBillTypeID", Short(3)}}));
     actions.SetBillActions(Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FClassTypeID", 7}, {L"FStatus", 4}})}}));
   }
@@ -215,14 +215,14 @@ class RightMaskTest : public BillActionsTest {
 };
 
 TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
-  catalogue.On(L"Item", [](Arguments& a) {
-    const auto known = Record({{L"FRightMask", 2}, {L"FRightUseMask", 3}});
-    return a.At(0).EqualsText(L"Save") ? known.AsValue() : Value();
+  catalogue.On(L"GetList", [] {
+    return List({Record({{L"FCode", L"Save"}, {L"FRightMask", 2}, {L"FRightUseMask", 3}}),
+                 Record({{L"FCode", L"Save"}, {L"FRightMask", 1024}}), Record({{L"FRightMask", 16}})});
   });
   actions.SetBillActions(Record({
       {L"Save", Record({{L"FClassTypeID", 7}, {L"FCode", L"Save"}, {L"FIsPredefine", true}, {L"FRightMask", 64}})},
       {L"a", Record({{L"FObjectID", L"12"}})},
-      {L"gone", Record({{L"FStatus", 5}})},
+      {L"gone", Record({{L"FStatus", 5}, {L"FRightMask", 8}})},
       {L"kept", Record({{L"FRightMask", 32}})},
       {L"b", Record({{L"FCode", L"b"}, {L"FIsPredefine", true}, {L"FRightMask", 0}})},
   }));
@@ -230,12 +230,22 @@ TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
   EXPECT_EQ(written,
             R"({Save: {FClassTypeID: 7, FCode: "Save", FIsPredefine: true, FRightMask: 2, FRightUseMask: 3}, )"
             R"(a: {FObjectID: "12", FRightMask: 4, FRightControl: true, FRightUseMask: 4, FRightGroupMask: 4}, )"
-            R"(gone: {FStatus: 5}, kept: {FRightMask: 32}, )"
+            R"(gone: {FStatus: 5, FRightMask: 8}, kept: {FRightMask: 32}, )"
             R"(b: {FCode: "b", FIsPredefine: true, FRightMask: 8, FRightControl: true, FRightUseMask: 8, )"
             R"(FRightGroupMask: 8}})");
   const std::string sql = "select 1 from t_ObjectAccessType where fobjectid=";
   EXPECT_EQ(queries, (std::vector{sql + "12 and (1 & faccessuse <> 0)", sql + "12 and (4 & faccessuse <> 0)",
                                   sql + "0 and (1 & faccessuse <> 0)", sql + "0 and (8 & faccessuse <> 0)"}));
+}
+
+// After a save that failed, the database knows nothing of the masks that were given for it.
+TEST_F(RightMaskTest, MaskOfAnActionThatWasNeverStoredIsNotGivenAgain) {
+  taken = "no such query";
+  actions.SetBillActions(Record({{L"late", Record({{L"FClassTypeID", 7}, {L"FObjectID", 2}})},
+                                 {L"unsaved", Record({{L"FRightMask", 5}, {L"FObjectID", 1}})}}));
+  EXPECT_TRUE(actions.Save());
+  EXPECT_NE(written.find("late: {FClassTypeID: 7, FObjectID: 2, FRightMask: 8,"), std::string::npos) << written;
+  EXPECT_EQ(queries.size(), 1u);
 }
 
 TEST_F(RightMaskTest, SavingGoesOnWithoutAMask) {

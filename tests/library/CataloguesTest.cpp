@@ -11,7 +11,7 @@ Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType = 
 }
 
 Dictionary RecordAt(const Vector& list, std::int32_t position) { return list.Record(position); }
-Dictionary RecordAt(const Dictionary& set, std::int32_t position) { return Dictionary(*set.At(position).value); }
+Dictionary RecordAt(const Dictionary& set, std::int32_t position) { return Dictionary(set.At(position).Stored()); }
 
 // One field of every record.
 std::string Column(const auto& records, const wchar_t* field = L"FID") {

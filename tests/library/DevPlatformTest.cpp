@@ -2,6 +2,7 @@
 
 #include "development/business/ClassDefineUpdate.h"
 #include "development/business/ClassInfo.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
 #include "tests/support/LibraryTest.h"
 

@@ -5,6 +5,7 @@
 #include <limits>
 #include <random>
 
+#include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
@@ -78,6 +79,7 @@ class ServerTest : public ::testing::Test {
   }
   static void TearDownTestSuite() { delete texts; }
   ~ServerTest() override {
+    ForgetContainerFactories();
     EXPECT_EQ(boxes.Take(), Boxes{});
     EXPECT_EQ(LivingFakes(), keptForGood);
     for (const auto& library : {ServerFolder() + L"TavioClassBillAction.dll", ServerFolder() + L"Vexo10.dll",

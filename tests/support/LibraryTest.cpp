@@ -3,12 +3,14 @@
 #include <cstdio>
 
 #include "foundation/environment/ProcessState.h"
+#include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
 
 namespace tavio::test {
 namespace {
 
 bool NoContainerIsAlive() {
+  ForgetContainerFactories();
   const HMODULE containers = GetModuleHandleW((GetAppFolder() + L"Vexo10.dll").c_str());
   if (!containers) return true;  // none was ever made
   using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 #include "tests/support/BoxWatcher.h"
 #include "tests/support/FakeComponent.h"

@@ -23,7 +23,7 @@ std::string ShowObject(const ComPtr<IDispatch>& object) {
            Joined(record.Count(),
                   [&](std::int32_t i) {
                     const auto entry = record.At(i);
-                    return Utf8(entry.KeyView()) + ": " + Show(*entry.value);
+                    return Utf8(entry.KeyView()) + ": " + Show(entry.Stored());
                   }) +
            "}";
   }

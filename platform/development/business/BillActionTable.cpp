@@ -39,7 +39,7 @@ BillActionTable::Plan::Plan(const Dictionary& actions) {
   std::set<std::string> codes;
   const std::int32_t count = actions.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
-    Json action = ToJson(*actions.At(i).value);
+    Json action = ToJson(actions.At(i).Stored());
     if (!action.is_object() || !action.contains("FCode")) Refuse(L"操作数据包缺少操作代码");
     Take(action);
     if (Number(action, "FStatus", 1) & kDeleted) continue;

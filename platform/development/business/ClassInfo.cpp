@@ -4,6 +4,7 @@
 #include "development/business/PredefineTable.h"
 #include "development/storage/RecordSet.h"
 #include "development/storage/Records.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {

@@ -3,6 +3,7 @@
 #include "development/print/Pdf.h"
 #include "development/storage/Files.h"
 #include "development/storage/PackageJson.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/InvokeByName.h"
 

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "foundation/packages/Walk.h"
 #include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/InvokeByName.h"
@@ -52,11 +53,7 @@ Json Write(const Value& value, int depth);
 
 Json WriteRecord(const Dictionary& record, int depth) {
   Json json = Json::object();
-  const std::int32_t count = record.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto entry = record.At(i);
-    json[ToUtf8(entry.KeyView())] = Write(*entry.value, depth + 1);
-  }
+  for (const auto& entry : Entries(record)) json[ToUtf8(entry.KeyView())] = Write(entry.Stored(), depth + 1);
   return IsMarked(json) ? Json{{"$record", std::move(json)}} : json;
 }
 

@@ -23,6 +23,8 @@ struct ServerTable {
   const GUID* typeLibrary;
   // Registration is refused where one of the ProgIDs belongs to somebody else's class.
   bool refusesForeignClasses;
+  // Lets go of what was kept between calls, when the server may be unloaded; null if it keeps nothing.
+  void (*forget)() noexcept = nullptr;
 };
 
 extern const ServerTable kServer;

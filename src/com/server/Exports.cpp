@@ -27,6 +27,7 @@ STDAPI DllGetClassObject(REFCLSID id, REFIID iid, void** object) {
 STDAPI DllCanUnloadNow() {
   if (ModuleUse() != 0) return S_FALSE;
   Dispatch::ForgetAll();
+  if (kServer.forget) kServer.forget();
   return S_OK;
 }
 

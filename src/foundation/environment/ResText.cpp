@@ -10,7 +10,7 @@ namespace {
 constexpr wchar_t kResourceFile[] = L"TavioDesign";
 
 // A loader that refuses a setting is asked for its texts all the same.
-void AssignWhereDifferent(const Component& loader, const wchar_t* property, const Text& wanted) noexcept try {
+void AssignIfDifferent(const Component& loader, const wchar_t* property, const Text& wanted) noexcept try {
   if (loader.Read(property).ToText() != wanted) loader.Assign(property, Value(TextView(wanted)));
 } catch (...) {
 }
@@ -19,9 +19,10 @@ Text Translation(Text core) noexcept try {
   auto& process = Process();
   if (process.language.empty()) process.language = GetPropValue(L"Language");
   if (!process.resourceLoader) process.resourceLoader = Component::Create(L"TavioResLoader.Loader");
-  AssignWhereDifferent(*process.resourceLoader, L"ResFileBaseName", kResourceFile);
-  AssignWhereDifferent(*process.resourceLoader, L"LanguageID", process.language);
-  return process.resourceLoader->Call(L"LoadString", ByRef(core)).ToText();
+  const auto loader = *process.resourceLoader;  // held, since it may call the library back
+  AssignIfDifferent(loader, L"ResFileBaseName", kResourceFile);
+  AssignIfDifferent(loader, L"LanguageID", process.language);
+  return loader.Call(L"LoadString", ByRef(core)).ToText();
 } catch (...) {
   return Text();
 }

@@ -6,10 +6,12 @@
 namespace tavio {
 namespace {
 
-bool IsOn() {
-  auto& process = Process();
-  if (process.log && !process.log->Call(L"IsEnabled").ToBool()) process.log.reset();
-  return process.log.has_value();
+// The component, if logging is on: held by the caller, since it may call the library back.
+std::optional<Component> Log() {
+  const auto log = Process().log;
+  if (log && log->Call(L"IsEnabled").ToBool()) return log;
+  Process().log.reset();
+  return std::nullopt;
 }
 
 void TryToCreate() noexcept try {
@@ -24,14 +26,15 @@ void TryToCreate() noexcept try {
 
 std::int32_t LogStart(const wchar_t* label) noexcept try {
   TryToCreate();
-  return IsOn() ? Process().log->Call(L"LogStart", label).ToInt32() : 0;
+  const auto log = Log();
+  return log ? log->Call(L"LogStart", label).ToInt32() : 0;
 } catch (...) {
   return 0;
 }
 
 void LogEnd(std::int32_t handle, std::int32_t outcome) noexcept try {
   const PendingError pending;
-  if (IsOn()) Process().log->Call(L"LogEnd", ByRef(handle), ByRef(outcome));
+  if (const auto log = Log()) log->Call(L"LogEnd", ByRef(handle), ByRef(outcome));
 } catch (...) {
 }
 

@@ -2,211 +2,225 @@
 
 #include "containers/ReadInPlace.h"
 #include "foundation/packages/NewContainer.h"
-#include "foundation/values/Error.h"
-#include "foundation/values/InvokeByName.h"
 
 namespace tavio {
+
 namespace {
 
-VARIANT Borrowed(const Key& key) noexcept {
+VARIANT Borrowed(BSTR text) noexcept {
   VARIANT variant;
   VariantInit(&variant);
   variant.vt = VT_BSTR;
-  variant.bstrVal = key.Get();
+  variant.bstrVal = text;
   return variant;
 }
 
-VARIANT Borrowed(std::int32_t number) noexcept {
-  VARIANT variant;
-  VariantInit(&variant);
-  variant.vt = VT_I4;
-  variant.lVal = number;
-  return variant;
-}
+VARIANT Borrowed(const Key& key) noexcept { return Borrowed(key.Get()); }
 
-constexpr WORD kRead = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
-
-Value ReadByName(IDispatch* object, const wchar_t* member) { return InvokeByName(object, member, kRead, {}); }
-
-template <class Argument>
-Value ReadByName(IDispatch* object, const wchar_t* member, const Argument& argument) {
-  VARIANT arguments[] = {Borrowed(argument)};
-  return InvokeByName(object, member, kRead, arguments);
+// Our own containers copy what they store before they let go of anything; others may do as they like.
+StoredValue StoredOrEmpty(const VARIANT* inPlace) noexcept {
+  return inPlace ? StoredValue(*inPlace) : StoredValue(Value());
 }
 
 }  // namespace
 
 Dictionary::Dictionary(const ComPtr<IDispatch>& object) {
-  if (object) Bind(object.Get());
+  if (object) Bind(object.Get(), {L"Lookup"});
 }
 
 Dictionary::Dictionary(const Value& value) {
   // Records are walked by the thousand: a stored reference is not counted up only to be asked for its interface.
   if (value.Type() == VT_DISPATCH) {
-    if (auto* object = value.Raw().pdispVal) Bind(object);
+    if (auto* object = value.Raw().pdispVal) Bind(object, {L"Lookup"});
   } else if (const auto object = value.ToObject()) {
-    Bind(object.Get());
-  }
-}
-
-void Dictionary::Bind(IDispatch* object) {
-  if (SUCCEEDED(object->QueryInterface(IID_IDictionaryInPlace, reinterpret_cast<void**>(object_.GetAddressOf())))) {
-    road_ = Road::kLending;
-  } else if (SUCCEEDED(
-                 object->QueryInterface(__uuidof(_Dictionary), reinterpret_cast<void**>(object_.GetAddressOf())))) {
-    road_ = Road::kInterface;
-  } else if (HasMember(object, L"Lookup")) {
-    object_ = object;
-  } else {
-    throw Error::TypeMismatch();
+    Bind(object.Get(), {L"Lookup"});
   }
 }
 
 Dictionary Dictionary::New() { return Dictionary(NewContainer(Container::kDictionary)); }
 
-_Dictionary* Dictionary::Own() const {
-  if (!object_) throw Error::NotSet();
-  return road_ == Road::kByName ? nullptr : static_cast<_Dictionary*>(object_.Get());
-}
-
-IDictionaryInPlace* Dictionary::Lender() const noexcept {
-  return road_ == Road::kLending ? static_cast<IDictionaryInPlace*>(object_.Get()) : nullptr;
-}
-
-void Dictionary::CheckOwn(HRESULT result) const {
-  if (FAILED(result)) throw Error::FromObject(object_.Get(), __uuidof(_Dictionary), result);
-}
-
 std::int32_t Dictionary::Count() const {
-  if (auto* own = Own()) {
+  if (const auto published = HeldPublished()) {
     LONG count = 0;
-    CheckOwn(own->get_Count(&count));
+    CheckCall(published->get_Count(&count));
     return count;
   }
-  return ReadByName(object_.Get(), L"Count").ToInt32();
+  return CallByName(L"Count").ToInt32();
 }
 
 Text Dictionary::Name(std::int32_t position) const {
-  if (auto* own = Own()) {
+  if (const auto published = HeldPublished()) {
     BString name;
-    CheckOwn(own->get_Name(position, name.Receive()));
+    CheckCall(published->get_Name(position, name.Receive()));
     return Text(name.View());
   }
-  return ReadByName(object_.Get(), L"Name", position).ToText();
+  VARIANT arguments[] = {Value(position).Raw()};
+  return CallByName(L"Name", arguments).ToText();
 }
 
 StoredValue Dictionary::Get(const Key& key) const {
-  auto* own = Own();
-  if (auto* lender = Lender()) {
-    const VARIANT* lent = nullptr;
-    CheckOwn(lender->ReadValue(key.Get(), &lent));
-    return lent ? StoredValue(*lent) : StoredValue(Value());
+  if (auto* own = ReadInPlace()) {
+    const VARIANT* stored = nullptr;
+    CheckCall(own->ReadValue(key.Get(), &stored));
+    return StoredOrEmpty(stored);
   }
-  if (own) {
+  if (const auto published = HeldPublished()) {
     Value value;
-    CheckOwn(own->get_Value(key.Get(), value.Receive()));
+    CheckCall(published->get_Value(key.Get(), value.Receive()));
     return StoredValue(std::move(value));
   }
-  return StoredValue(ReadByName(object_.Get(), L"Value", key));
+  VARIANT arguments[] = {Borrowed(key)};
+  return StoredValue(CallByName(L"Value", arguments));
 }
 
-void Dictionary::Set(const Key& key, const Value& value) const {
-  auto* own = Own();
-  if (value.IsObject()) {
-    const auto object = value.ToObject();
-    if (own) return CheckOwn(own->putref_Value(key.Get(), object.Get()));
-    VARIANT arguments[] = {value.Raw(), Borrowed(key)};
-    InvokeByName(object_.Get(), L"Value", DISPATCH_PROPERTYPUTREF, arguments);
-    return;
+StoredValue Dictionary::GetValue(const Key& key) const {
+  if (Published()) return GetValue(key, Value::Missing());
+  VARIANT arguments[] = {Borrowed(key)};
+  return StoredValue(CallByName(L"GetValue", arguments));
+}
+
+StoredValue Dictionary::GetValue(const Key& key, const Value& fallback) const {
+  if (auto* own = ReadInPlace()) {
+    const VARIANT* stored = nullptr;
+    CheckCall(own->ReadValue(key.Get(), &stored));
+    if (stored) return StoredValue(*stored);
+    return StoredValue(fallback.IsEmpty() ? Value() : fallback.Copy());
   }
-  if (own) return CheckOwn(own->put_Value(key.Get(), value.Raw()));
-  VARIANT arguments[] = {value.Raw(), Borrowed(key)};
-  InvokeByName(object_.Get(), L"Value", DISPATCH_PROPERTYPUT, arguments);
+  if (const auto published = HeldPublished()) {
+    Value value;
+    CheckCall(published->GetValue(key.Get(), fallback.Raw(), value.Receive()));
+    return StoredValue(std::move(value));
+  }
+  VARIANT arguments[] = {fallback.Raw(), Borrowed(key)};
+  return StoredValue(CallByName(L"GetValue", arguments));
+}
+
+std::optional<StoredValue> Dictionary::Find(const Key& key) const {
+  if (auto* own = ReadInPlace()) {
+    const VARIANT* stored = nullptr;
+    CheckCall(own->ReadValue(key.Get(), &stored));
+    return stored ? std::optional<StoredValue>(*stored) : std::nullopt;
+  }
+  if (!Lookup(key)) return std::nullopt;
+  return Get(key);
+}
+
+bool Dictionary::Lookup(const Key& key) const {
+  if (const auto published = HeldPublished()) {
+    VARIANT_BOOL found = VARIANT_FALSE;
+    CheckCall(published->Lookup(key.Get(), Value::Missing().Raw(), &found));
+    return found != VARIANT_FALSE;
+  }
+  VARIANT arguments[] = {Borrowed(key)};
+  return CallByName(L"Lookup", arguments).ToBool();
+}
+
+// What is stored may lie in a container that the target changes when it is called, so others get a copy of it. Our own
+// make theirs before they let go of anything.
+void Dictionary::Set(const Key& key, const Value& value) const {
+  const Value copy = ReadInPlace() ? Value() : value.Copy();
+  const Value& passed = ReadInPlace() ? value : copy;
+  if (const auto published = HeldPublished()) {
+    if (!value.IsObject()) return CheckCall(published->put_Value(key.Get(), passed.Raw()));
+    return CheckCall(published->putref_Value(key.Get(), passed.ToObject().Get()));
+  }
+  VARIANT arguments[] = {passed.Raw(), Borrowed(key)};
+  CallByName(L"Value", arguments, passed.IsObject() ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT);
 }
 
 void Dictionary::Set(const Key& key, const Dictionary& object) const { Set(key, object.AsValue()); }
 
-bool Dictionary::Lookup(const Key& key) const {
-  auto* own = Own();
-  if (auto* lender = Lender()) {
-    const VARIANT* lent = nullptr;
-    CheckOwn(lender->ReadValue(key.Get(), &lent));
-    return lent != nullptr;
-  }
-  if (own) {
-    VARIANT_BOOL found = VARIANT_FALSE;
-    CheckOwn(own->Lookup(key.Get(), Value::Missing().Raw(), &found));
-    return found != VARIANT_FALSE;
-  }
-  return ReadByName(object_.Get(), L"Lookup", key).ToBool();
-}
-
-StoredValue Dictionary::GetValue(const Key& key) const {
-  if (Own()) return GetValue(key, Value::Missing());
-  return StoredValue(ReadByName(object_.Get(), L"GetValue", key));
-}
-
-StoredValue Dictionary::GetValue(const Key& key, const Value& fallback) const {
-  auto* own = Own();
-  if (auto* lender = Lender()) {
-    const VARIANT* lent = nullptr;
-    CheckOwn(lender->ReadValue(key.Get(), &lent));
-    if (lent) return StoredValue(*lent);
-    return StoredValue(fallback.IsEmpty() ? Value() : fallback.Copy());
-  }
-  Value value;
-  if (own) {
-    CheckOwn(own->GetValue(key.Get(), fallback.Raw(), value.Receive()));
-  } else {
-    VARIANT arguments[] = {fallback.Raw(), Borrowed(key)};
-    value = InvokeByName(object_.Get(), L"GetValue", kRead, arguments);
-  }
-  return StoredValue(std::move(value));
-}
-
 void Dictionary::Remove(const Key& key) const {
-  if (auto* own = Own()) return CheckOwn(own->Remove(key.Get()));
-  ReadByName(object_.Get(), L"Remove", key);
+  if (const auto published = HeldPublished()) return CheckCall(published->Remove(key.Get()));
+  VARIANT arguments[] = {Borrowed(key)};
+  CallByName(L"Remove", arguments);
 }
 
 Dictionary Dictionary::Clone() const {
-  if (auto* own = Own()) {
+  if (const auto published = HeldPublished()) {
     ComPtr<IDispatch> copy;
-    CheckOwn(own->Clone(&copy));
+    CheckCall(published->Clone(&copy));
     return Dictionary(copy);
   }
-  return Dictionary(ReadByName(object_.Get(), L"Clone"));
+  return Dictionary(CallByName(L"Clone"));
 }
 
 Dictionary Dictionary::CloneAll() const {
-  // By name on every road: the platform reaches this one member so.
-  Own();
-  return Dictionary(ReadByName(object_.Get(), L"CloneAll"));
+  // By name on every path: the platform reaches this one member so.
+  RequireSet();
+  return Dictionary(CallByName(L"CloneAll"));
 }
 
-Dictionary::Entry Dictionary::At(std::int32_t position) const {
-  Own();
-  if (auto* lender = Lender()) {
-    BSTR key = nullptr;
-    const VARIANT* lent = nullptr;
-    CheckOwn(lender->ReadEntry(position, &key, &lent));
-    return {BString(), key, lent ? StoredValue(*lent) : StoredValue(Value())};
-  }
-  BString name(Name(position));
-  const BSTR key = name.Get();
-  return {std::move(name), key, Get(Key::Borrow(key))};
+Entry Dictionary::At(std::int32_t position) const { return Entry(EntryReader(*this), position); }
+
+DISPID EntryReader::Member(DISPID& known, const wchar_t* name) const {
+  if (known == DISPID_UNKNOWN) known = MemberOf(record_.Object().Get(), name);
+  return known;
 }
 
-StoredValue Dictionary::FieldAt(std::int32_t position, const Key& key) const {
-  Own();
-  if (auto* lender = Lender()) {
-    const VARIANT* lent = nullptr;
-    const HRESULT result = lender->ReadField(position, key.Get(), &lent);
-    if (lent) return StoredValue(*lent);
-    if (SUCCEEDED(result)) return StoredValue(Value());
+BString EntryReader::NameByName(std::int32_t position) const {
+  VARIANT arguments[] = {Value(position).Raw()};
+  return BString(InvokeMember(record_.Object().Get(), Member(name_, L"Name"), kCallOrRead, arguments).ToText());
+}
+
+Value EntryReader::ValueByName(BSTR name) const {
+  VARIANT arguments[] = {Borrowed(name)};
+  return InvokeMember(record_.Object().Get(), Member(value_, L"Value"), kCallOrRead, arguments);
+}
+
+Entry::Entry(EntryReader&& own, std::int32_t position) : reader_(nullptr), own_(std::move(own)), position_(position) {
+  reader_ = &*own_;
+}
+
+// Our own container gives key and value in one step; others are asked for the key, and for the value behind it.
+void Entry::Read() const {
+  if (std::exchange(read_, true)) return;
+  const auto& record = reader_->Record();
+  if (auto* own = record.ReadInPlace()) {
+    const VARIANT* stored = nullptr;
+    record.CheckCall(own->ReadEntry(position_, &name_, &stored));
+    value_.emplace(StoredOrEmpty(stored));
+    return;
   }
-  const Dictionary record(*At(position).value);
-  return StoredValue(record.Get(key)->Copy());
+  ownName_ = record.Published() ? BString(record.Name(position_)) : reader_->NameByName(position_);
+  name_ = ownName_.Get();
+}
+
+BSTR Entry::Name() const {
+  Read();
+  return name_;
+}
+
+const Value& Entry::Stored() const {
+  Read();
+  if (!value_) {
+    const auto& record = reader_->Record();
+    if (record.Published()) {
+      value_.emplace(record.Get(Key::Borrow(name_)));
+    } else {
+      value_.emplace(reader_->ValueByName(name_));
+    }
+  }
+  return **value_;
+}
+
+StoredValue Entry::Field(const Key& key) const {
+  const auto& record = reader_->Record();
+  if (auto* own = record.ReadInPlace()) {
+    const VARIANT* stored = nullptr;
+    const HRESULT result = own->ReadField(position_, key.Get(), &stored);
+    if (SUCCEEDED(result)) return StoredOrEmpty(stored);
+  }
+  // A foreign record may change the container that lends the entry.
+  Own();
+  return StoredValue(Record().Get(key)->Copy());
+}
+
+void Entry::Own() const {
+  const Value& stored = Stored();
+  if (!ownName_.Get()) ownName_ = BString(ViewOf(name_));
+  name_ = ownName_.Get();
+  value_.emplace(stored.Copy());
 }
 
 }  // namespace tavio

@@ -1,83 +1,114 @@
 #pragma once
 
+#include <optional>
+
+#include "foundation/packages/ContainerHandle.h"
+#include "foundation/packages/StoredValue.h"
 #include "foundation/values/Key.h"
-#include "foundation/values/Value.h"
 
 struct _Dictionary;
 struct IDictionaryInPlace;
 
 namespace tavio {
 
+class Entry;
+
 // A handle on a keyed record or list, shared by reference: copying the handle copies nothing else. Entries keep the
 // order of their insertion and are also reached by position, from 1. Works on our own containers through their
 // interface and on any object that has the members by name; hands out the very object it was made from.
 // Every operation on an unset handle, and every failure of the container, raises Error.
-class Dictionary {
+//
+// A field that may be absent is read in three ways, which a host's own container tells apart: Get is its `Value`, which
+// may fail for an absent key; GetValue is its `GetValue`; Find is its `Lookup` and then, for a key that is there, its
+// `Value`. Only Find tells an absent field from an empty one. On our own containers each is one step.
+class Dictionary : public ContainerHandle<_Dictionary, IDictionaryInPlace> {
  public:
-  struct Entry {
-    BString keyCopy;  // set only where the container does not lend its key
-    BSTR key;
-    StoredValue value;
-
-    Key BorrowKey() const noexcept { return Key::Borrow(key); }
-    TextView KeyView() const noexcept { return ViewOf(key); }
-  };
-
   // Unset.
   Dictionary() noexcept = default;
   // Null makes an unset handle; an object that is no keyed container raises a type mismatch.
   explicit Dictionary(const ComPtr<IDispatch>& object);
-  // Unset for an empty value; type mismatch for a scalar.
+  // Unset for an empty value and a database null; type mismatch for a scalar.
   explicit Dictionary(const Value& value);
   static Dictionary New();
-
-  explicit operator bool() const noexcept { return object_ != nullptr; }
-  // The object itself; null when unset.
-  const ComPtr<IDispatch>& Object() const noexcept { return object_; }
-  Value AsValue() const noexcept { return Value(object_); }
 
   std::int32_t Count() const;
   // Empty beyond the last position.
   Text Name(std::int32_t position) const;
-  // The stored value; empty when the key is absent.
+  // The stored value; empty if the key is absent.
   StoredValue Get(const Key& key) const;
+  StoredValue GetValue(const Key& key) const;
+  StoredValue GetValue(const Key& key, const Value& fallback) const;
+  std::optional<StoredValue> Find(const Key& key) const;
+  bool Lookup(const Key& key) const;
   // Adds at the end or replaces in place. An object is stored by reference.
   void Set(const Key& key, const Value& value) const;
   void Set(const Key& key, const Dictionary& object) const;
-  bool Lookup(const Key& key) const;
-  StoredValue GetValue(const Key& key) const;
-  StoredValue GetValue(const Key& key, const Value& fallback) const;
-  // Does nothing when the key is absent.
+  // Does nothing if the key is absent.
   void Remove(const Key& key) const;
   // One level deep: objects held as values are shared.
   Dictionary Clone() const;
   Dictionary CloneAll() const;
 
-  // The entry at a position from 1 to Count, lent until the container is changed.
+  // The entry at a position from 1 to Count.
   Entry At(std::int32_t position) const;
-  // A field of the record at a position, as Dictionary(*At(position).value).Get(key) answers it, but without a handle
-  // on the record where the container can do without.
-  StoredValue FieldAt(std::int32_t position, const Key& key) const;
 
  private:
-  enum class Road { kByName, kInterface, kLending };
-
-  void Bind(IDispatch* object);
-  // The container's own interface, or null where it is called by name.
-  _Dictionary* Own() const;
-  IDictionaryInPlace* Lender() const noexcept;
-  void CheckOwn(HRESULT result) const;
-
-  ComPtr<IDispatch> object_;
-  Road road_ = Road::kByName;
+  friend class Entry;
+  friend class EntryReader;
 };
 
-// A stored value as a key, borrowed where it is a text. The value must outlive the key.
+// What a walk over a container by name asks for again and again, looked up once.
+class EntryReader {
+ public:
+  explicit EntryReader(Dictionary record) noexcept : record_(std::move(record)) {}
+
+  const Dictionary& Record() const noexcept { return record_; }
+  BString NameByName(std::int32_t position) const;
+  Value ValueByName(BSTR name) const;
+
+ private:
+  DISPID Member(DISPID& known, const wchar_t* name) const;
+
+  Dictionary record_;
+  mutable DISPID name_ = DISPID_UNKNOWN;
+  mutable DISPID value_ = DISPID_UNKNOWN;
+};
+
+// One entry of a Dictionary: its key and its value, each read when it is first asked for. What it refers to holds until
+// the container is changed.
+class Entry {
+ public:
+  // `reader` must outlive the entry.
+  Entry(const EntryReader& reader, std::int32_t position) noexcept : reader_(&reader), position_(position) {}
+  Entry(EntryReader&& own, std::int32_t position);
+  Entry(const Entry&) = delete;
+  Entry& operator=(const Entry&) = delete;
+
+  TextView KeyView() const { return ViewOf(Name()); }
+  Key BorrowKey() const { return Key::Borrow(Name()); }
+  const Value& Stored() const;
+  // The value as a record; type mismatch if it is none.
+  Dictionary Record() const { return Dictionary(Stored()); }
+  // A field of that record, empty if it is absent: without a handle on the record if the container can do without.
+  StoredValue Field(const Key& key) const;
+
+ private:
+  BSTR Name() const;
+  void Read() const;
+  void Own() const;
+
+  const EntryReader* reader_;
+  std::optional<EntryReader> own_;
+  std::int32_t position_;
+  mutable bool read_ = false;
+  mutable BSTR name_ = nullptr;
+  mutable BString ownName_;  // if the container lends none
+  mutable std::optional<StoredValue> value_;
+};
+
+// A stored value as a key, borrowed if it is a text. The value must outlive the key.
 inline Key KeyOf(const Value& value) {
   return value.IsText() ? Key::Borrow(value.Raw().bstrVal) : Key(TextView(value.ToText()));
 }
-
-// A record's field as a package; unset when absent.
-inline Dictionary PackageAt(const Dictionary& record, const Key& key) { return Dictionary(*record.GetValue(key)); }
 
 }  // namespace tavio

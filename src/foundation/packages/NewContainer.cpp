@@ -18,32 +18,78 @@ const Kind& KindOf(Container kind) {
   return kinds[static_cast<int>(kind)];
 }
 
+// A factory with the module that its code is in, which must stay loaded even if COM is shut down and started again.
+struct KeptFactory {
+  ComPtr<IClassFactory> factory;
+  HMODULE module = nullptr;
+  DWORD thread = 0;
+};
+
+KeptFactory& KeptFor(Container kind) noexcept {
+  static auto* const kept = new KeptFactory[2];  // no destructor: when the process ends, theirs may already be gone
+  return kept[static_cast<int>(kind)];
+}
+
+void Forget(KeptFactory& kept) noexcept {
+  kept.factory.Reset();
+  if (kept.module) FreeLibrary(std::exchange(kept.module, nullptr));
+}
+
+void Keep(KeptFactory& kept, const ComPtr<IClassFactory>& factory) noexcept {
+  Forget(kept);
+  const auto* functions = *reinterpret_cast<const wchar_t* const*>(factory.Get());
+  if (!GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS, functions, &kept.module)) return;
+  kept.factory = factory;
+  kept.thread = GetCurrentThreadId();
+}
+
+HRESULT RegisteredFactory(const Kind& kind, ComPtr<IClassFactory>& factory) noexcept {
+  CLSID registered;
+  const HRESULT result = CLSIDFromProgID(kind.progId, &registered);
+  return FAILED(result) ? result : CoGetClassObject(registered, CLSCTX_SERVER, nullptr, IID_PPV_ARGS(&factory));
+}
+
 // The library stays loaded: objects of it may outlive any moment at which it could be freed.
-HRESULT CreateBesideLibrary(const CLSID& ownClass, ComPtr<IDispatch>& object) {
+HRESULT FactoryBesideLibrary(const Kind& kind, ComPtr<IClassFactory>& factory) {
   const HMODULE library = LoadLibraryW((GetAppFolder() + L"Vexo10.dll").c_str());
   if (!library) return REGDB_E_CLASSNOTREG;
   using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
   const auto getClassObject =
       reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
-  if (!getClassObject) return REGDB_E_CLASSNOTREG;
-  ComPtr<IClassFactory> factory;
-  const HRESULT result = getClassObject(ownClass, IID_PPV_ARGS(&factory));
-  return FAILED(result) ? result : factory->CreateInstance(nullptr, IID_PPV_ARGS(&object));
+  return getClassObject ? getClassObject(kind.ownClass, IID_PPV_ARGS(&factory)) : REGDB_E_CLASSNOTREG;
+}
+
+HRESULT Make(IClassFactory* factory, ComPtr<IDispatch>& object) noexcept {
+  const ComPtr<IClassFactory> held(factory);
+  return held->CreateInstance(nullptr, IID_PPV_ARGS(&object));
 }
 
 }  // namespace
 
 ComPtr<IDispatch> NewContainer(Container kind) {
-  const Kind& which = KindOf(kind);
+  auto& kept = KeptFor(kind);
   ComPtr<IDispatch> object;
-  CLSID registered;
-  HRESULT result = CLSIDFromProgID(which.progId, &registered);
-  if (SUCCEEDED(result)) {
-    result = CoCreateInstance(registered, nullptr, CLSCTX_SERVER, IID_PPV_ARGS(&object));
+  if (kept.factory && kept.thread == GetCurrentThreadId()) {
+    if (SUCCEEDED(Make(kept.factory.Get(), object))) return object;
+    Forget(kept);
   }
-  if (FAILED(result)) result = CreateBesideLibrary(which.ownClass, object);
+  const Kind& which = KindOf(kind);
+  ComPtr<IClassFactory> factory;
+  HRESULT result = RegisteredFactory(which, factory);
+  if (SUCCEEDED(result)) result = Make(factory.Get(), object);
+  if (FAILED(result)) {
+    factory.Reset();
+    result = FactoryBesideLibrary(which, factory);
+    if (SUCCEEDED(result)) result = Make(factory.Get(), object);
+  }
   if (FAILED(result)) throw Error::CannotCreate(which.progId, result);
+  Keep(kept, factory);
   return object;
+}
+
+void ForgetContainerFactories() noexcept {
+  Forget(KeptFor(Container::kDictionary));
+  Forget(KeptFor(Container::kVector));
 }
 
 }  // namespace tavio

@@ -6,6 +6,7 @@ namespace tavio {
 namespace {
 
 HRESULT FindMember(IDispatch* object, const wchar_t* name, DISPID& member) noexcept {
+  const ComPtr<IDispatch> held(object);
   auto* text = const_cast<LPOLESTR>(name);
   return object->GetIDsOfNames(IID_NULL, &text, 1, LOCALE_USER_DEFAULT, &member);
 }
@@ -17,10 +18,19 @@ bool HasMember(IDispatch* object, const wchar_t* name) noexcept {
   return SUCCEEDED(FindMember(object, name, member));
 }
 
-Value InvokeByName(IDispatch* object, const wchar_t* name, WORD flags, std::span<VARIANT> arguments) {
+DISPID MemberOf(IDispatch* object, const wchar_t* name) {
   DISPID member;
   Check(FindMember(object, name, member));
+  return member;
+}
 
+Value InvokeByName(IDispatch* object, const wchar_t* name, WORD flags, std::span<VARIANT> arguments) {
+  const ComPtr<IDispatch> held(object);
+  return InvokeMember(object, MemberOf(object, name), flags, arguments);
+}
+
+Value InvokeMember(IDispatch* object, DISPID member, WORD flags, std::span<VARIANT> arguments) {
+  const ComPtr<IDispatch> held(object);
   const bool assigns = (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0;
   DISPID assigned = DISPID_PROPERTYPUT;
   DISPPARAMS parameters = {arguments.data(), assigns ? &assigned : nullptr, static_cast<UINT>(arguments.size()),

@@ -54,15 +54,27 @@ Value Value::Missing() noexcept {
   return value;
 }
 
+Value Value::Null() noexcept {
+  Value value;
+  value.variant_.vt = VT_NULL;
+  return value;
+}
+
 Value Value::CopyOf(const VARIANT& variant) {
   Value value;
   Check(VariantCopyInd(&value.variant_, const_cast<VARIANT*>(&variant)));  // only read
   return value;
 }
 
+Value Value::CopyOrMissing(const VARIANT& variant) noexcept {
+  Value value;
+  const HRESULT copied = VariantCopyInd(&value.variant_, const_cast<VARIANT*>(&variant));  // only read
+  return FAILED(copied) ? Missing() : std::move(value);
+}
+
 const Value& Value::OrEmpty() const noexcept {
   static const Value empty;
-  return variant_.vt == VT_NULL ? empty : *this;
+  return IsNull() ? empty : *this;
 }
 
 VARIANT Value::Detach() noexcept {
@@ -72,10 +84,12 @@ VARIANT Value::Detach() noexcept {
 }
 
 Value Value::Converted(VARTYPE type) const {
+  // An object is asked for its default member, and may let the place that holds it go meanwhile.
+  const ComPtr<IUnknown> held(HoldsObject() ? variant_.punkVal : nullptr);
+  VARIANT source = variant_;
   Value result;
   // Booleans read "True" and "False"; numbers and dates are written as the user's settings have them.
-  const HRESULT changed = VariantChangeTypeEx(&result.variant_, const_cast<VARIANT*>(&variant_), LOCALE_USER_DEFAULT,
-                                              VARIANT_ALPHABOOL, type);
+  const HRESULT changed = VariantChangeTypeEx(&result.variant_, &source, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, type);
   if (changed == DISP_E_BADVARTYPE) throw Error::TypeMismatch();  // so are objects refused, unset ones at least
   Check(changed);
   return result;
@@ -102,7 +116,7 @@ Text Value::ToText() const {
 }
 
 void Value::AppendTo(Text& text) const {
-  if (variant_.vt == VT_NULL || (IsObject() && !HoldsObject())) return;
+  if (IsNull() || (IsObject() && !HoldsObject())) return;
   if (IsText()) {
     text += ViewOf(variant_.bstrVal);
   } else {
@@ -115,7 +129,7 @@ bool Value::EqualsText(TextView text) const {
 }
 
 ComPtr<IDispatch> Value::ToObject() const {
-  if (IsEmpty() || variant_.vt == VT_NULL) return nullptr;
+  if (IsEmpty() || IsNull()) return nullptr;
   if (!IsObject()) throw Error::TypeMismatch();
   if (variant_.vt == VT_DISPATCH || !variant_.punkVal) return variant_.pdispVal;
   ComPtr<IDispatch> object;

@@ -65,8 +65,12 @@ class Value {
   static Value Integers(std::span<const std::int32_t> integers);
   // An argument left out by the caller.
   static Value Missing() noexcept;
+  // A database null.
+  static Value Null() noexcept;
   // A copy of any variant, by-reference ones included.
   static Value CopyOf(const VARIANT& variant);
+  // The same, or a missing argument if no copy can be made.
+  static Value CopyOrMissing(const VARIANT& variant) noexcept;
   // A variant of somebody else's, read in place. Value adds nothing to the VARIANT it consists of.
   static const Value& In(const VARIANT& variant) noexcept { return reinterpret_cast<const Value&>(variant); }
 
@@ -88,8 +92,9 @@ class Value {
   // An object reference that is set.
   bool HoldsObject() const noexcept { return IsObject() && variant_.punkVal; }
   bool IsText() const noexcept { return variant_.vt == VT_BSTR; }
-  // Itself, or the empty value in place of a database null, which nothing converts from. For fields that may be without
-  // a value.
+  // A database null, which nothing converts from.
+  bool IsNull() const noexcept { return variant_.vt == VT_NULL; }
+  // Itself, or the empty value in place of a database null. For fields that may be without a value.
   const Value& OrEmpty() const noexcept;
 
   // As the platform's own conversions do it: fractions round to the nearest, ties to even; empty is 0, false and "".
@@ -118,21 +123,6 @@ class Value {
   Value Converted(VARTYPE type) const;
 
   VARIANT variant_;
-};
-
-// A stored value: read in place where the container lends it, a copy where it does not. It holds until the container
-// is changed.
-class StoredValue {
- public:
-  explicit StoredValue(Value copy) noexcept : copy_(std::move(copy)) {}
-  explicit StoredValue(const VARIANT& lent) noexcept : lent_(&lent) {}
-
-  const Value& operator*() const noexcept { return lent_ ? Value::In(*lent_) : copy_; }
-  const Value* operator->() const noexcept { return &**this; }
-
- private:
-  const VARIANT* lent_ = nullptr;
-  Value copy_;
 };
 
 }  // namespace tavio

@@ -53,7 +53,7 @@ bool RecipientSelection::InitForm() {
   rows_.reserve(static_cast<std::size_t>(count));
   for (std::int32_t i = 1; i <= count; ++i) {
     const auto entry = users_.At(i);
-    if (const auto user = EntryIn(*entry.value)) rows_.push_back({NameOf(user), Text(entry.KeyView())});
+    if (const auto user = EntryIn(entry.Stored())) rows_.push_back({NameOf(user), Text(entry.KeyView())});
   }
   LookUpNames();
   return !rows_.empty();
