@@ -129,5 +129,5 @@ int wmain(int argc, wchar_t** argv) {
   CoFreeUnusedLibraries();
   CoUninitialize();
   std::cout << "finished\n";
-  return failures;
+  return failures > 0;
 }

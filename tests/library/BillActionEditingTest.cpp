@@ -110,7 +110,7 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
     Hold(Record({{L"Save", save}, {L"SAVE", action(L"SAVE", 0)}, {L"Check", action(L"Check", c.second)}}));
     if (c.answer) boxes.AnswerWith(c.answer);
     EXPECT_EQ(actions.Remove(c.code), c.removed);
-    EXPECT_EQ(boxes.Take(), c.answer ? (Boxes{{kQuestion, L"Morla提示", style}}) : Boxes{});
+    EXPECT_EQ(boxes.Take(), c.answer ? Boxes{Localised(kQuestion, style)} : Boxes{});
     EXPECT_EQ(Show(*save.Get(L"FStatus"_key)), std::to_string(c.status));
     EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Remove 从操作集合中移去指定的操作 1");
   }
@@ -130,7 +130,7 @@ TEST_F(BillActionEditingTest, ActionMayVanishWhileItIsRemoved) {
 }
 
 TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
-  const Box question = {kQuestion, L"Morla提示", MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2};
+  const Box question = Localised(kQuestion, MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2);
   Hold(Record({{L"a", Record({})}, {L"b", Record({{L"FStatus", 4}})}, {L"c", Record({{L"FStatus", 2}})}, {L"d", 1}}));
   boxes.AnswerWith(IDNO);
   actions.RemoveAll();

@@ -29,7 +29,7 @@ class BillActionsTest : public LibraryTest {
 };
 
 TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
-  const wchar_t kUnbound[] = L"请先设置本组件关联的业务对象!", kNoCode[] = L"数据包缺少字段 FCode";
+  const wchar_t kUnbound[] = L"«请先设置本组件关联的业务对象!»", kNoCode[] = L"«数据包缺少字段» FCode";
   const auto save = Record({{L"FCode", L"Save"}});
   const auto unbound = Record({{L"a", Record({{L"FClassTypeID", 0}})}});
   const auto nameless = Record({{L"a", Record({{L"FEnvironment", 1}, {L"FClassTypeID", 7}})}});
@@ -49,24 +49,24 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
       {unbound, [&] { return actions.AddNew(save); }, L"AddNew ", kUnbound},
       {unbound, [&] { return actions.Update(save); }, L"Update ", kUnbound},
       {nameless, [&] { return !!actions.Item(L"a"); }, L"Item ", kNoCode},
-      {tooMany, [&] { return !!actions.Item(L"a"); }, L"Item ", L"溢出"},
+      {tooMany, [&] { return !!actions.Item(L"a"); }, L"Item ", L"«溢出»"},
       {nameless, [&] { return actions.LookUp(L"a"); }, L"Lookup ", kNoCode},
-      {tooMany, [&] { return actions.LookUp(L"a"); }, L"Lookup ", L"溢出"},
+      {tooMany, [&] { return actions.LookUp(L"a"); }, L"Lookup ", L"«溢出»"},
       {nameless, [&] { return !!actions.GetEnvironmentItems(1); }, L"GetEnvironmentItems ", kNoCode},
       {nameless, [&] { return !!actions.GetMessage(L"a", 1); }, L"Item ", kNoCode},
-      {status, [&] { return actions.Remove(L"a"); }, L"Remove ", L"类型不匹配"},
+      {status, [&] { return actions.Remove(L"a"); }, L"Remove ", L"«类型不匹配»"},
       {{},
        [&] {
          return actions.SetBillActions(Record({{L"a", 1}})), false;
        },
        L"SetBillActions",
-       L"类型不匹配"},
+       L"«类型不匹配»"},
       {{},
        [&] {
          return actions.AddAppendVariables(Record({{L"x", 5}}));
        },
        L"AddAppendVariables",
-       L"类型不匹配"},
+       L"«类型不匹配»"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);
@@ -76,7 +76,7 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
   }
   classInfo.reset();
   actions.Initialize();
-  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : Initialize", L"不能创建组件 TavioMClass.ClassInfo")});
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : Initialize", L"«不能创建组件» TavioMClass.ClassInfo")});
   EXPECT_EQ(log->entries.back(), kEndLoad + std::string("0"));
 }
 
@@ -115,7 +115,7 @@ TEST_F(BillActionsTest, SaveThatFailsKeepsThePackages) {
   update.On(L"SaveBillActions", Failing(L"断开"));
   EXPECT_FALSE(actions.Save());
   EXPECT_EQ(boxes.Take(),
-            (Boxes{Report(L"BillActions : Save", L"类型不匹配"), Report(L"BillActions : Save", L"断开")}));
+            (Boxes{Report(L"BillActions : Save", L"«类型不匹配»"), Report(L"BillActions : Save", L"断开")}));
   EXPECT_EQ(actions.GetBillActions().Object().Get(), given.Object().Get());
   EXPECT_EQ(classInfo->Created(), 0) << "not loaded again";
   EXPECT_EQ(log->entries.back(), kEndSave + std::string("0"));
@@ -256,7 +256,7 @@ TEST_F(RightMaskTest, SavingGoesOnWithoutAMask) {
   queries.clear();
   actions.SetBillActions(Record({{L"a", Record({{L"FClassTypeID", 7}, {L"FObjectID", L"1 or 1=1"}})}}));
   EXPECT_TRUE(actions.Save());
-  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : AssignRightMask", L"类型不匹配")});
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : AssignRightMask", L"«类型不匹配»")});
   EXPECT_EQ(queries, Strings{}) << "nothing unchecked goes into the text";
 }
 

@@ -111,8 +111,8 @@ TEST_F(CataloguesTest, BillTypesAreCountedFromOneTo31) {
     EXPECT_EQ(Column(environments.GetBillTypeList(c.billType)), c.scenarios) << c.billType;
     EXPECT_EQ(Column(actions.GetDefaultActions(c.billType), L"FCode"), c.actions) << c.billType;
   }
-  EXPECT_EQ(boxes.Take(), (Boxes{Report(L"BillEnvironments : GetBillTypeList ", L"溢出"),
-                                 Report(L"PredefineActions : GetDefaultActions", L"溢出")}));
+  EXPECT_EQ(boxes.Take(), (Boxes{Report(L"BillEnvironments : GetBillTypeList ", L"«溢出»"),
+                                 Report(L"PredefineActions : GetDefaultActions", L"«溢出»")}));
   // Its end entry never says that it went well.
   for (std::size_t i = 1; i < log->entries.size(); i += 2) {
     EXPECT_EQ(log->entries[i], "end TavioClassBillAction.BillEnvironments.GetBillTypeList 0");
@@ -133,11 +133,11 @@ TEST_F(CataloguesTest, FailedLoadIsReportedAndTriedAgain) {
   } cases[] = {
       {[&] { return !!environments.GetSortList(); }, {noScenarios}},
       {[&] { return !!environments.GetItem(0, 101); },
-       {noScenarios, Report(L"BillEnvironments : GetItem ", L"对象未设置")}},
+       {noScenarios, Report(L"BillEnvironments : GetItem ", L"«对象未设置»")}},
       {[&] { return !!environments.GetClassMenu(); }, {Report(L"BillEnvironments : GetClassMenu ", L"没有启动")}},
       {[&] { return !!actions.GetList(); }, {noActions}},
-      {[&] { return !!actions.Item(L"Save"); }, {noActions, Report(L"PredefineActions : Item", L"对象未设置")}},
-      {[&] { return actions.LookUp(L"Save"); }, {noActions, Report(L"PredefineActions : LookUp", L"对象未设置")}},
+      {[&] { return !!actions.Item(L"Save"); }, {noActions, Report(L"PredefineActions : Item", L"«对象未设置»")}},
+      {[&] { return actions.LookUp(L"Save"); }, {noActions, Report(L"PredefineActions : LookUp", L"«对象未设置»")}},
       {[&] { return actions.LookupRightMask(4); }, {noActions}},
   };
   for (const bool answering : {false, true}) {
@@ -161,7 +161,7 @@ TEST_F(CataloguesTest, ActionsAreFoundByExactlyTheirCode) {
   EXPECT_TRUE(actions.SetList(given.AsValue()));
   EXPECT_EQ(actions.GetList().Object().Get(), given.Object().Get());
   EXPECT_FALSE(actions.Item(L"Save"));
-  EXPECT_EQ(boxes.Take(), Boxes{Report(L"PredefineActions : Item", L"类型不匹配")});
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"PredefineActions : Item", L"«类型不匹配»")});
 }
 
 TEST_F(CataloguesTest, RightMasksAreLookedUpSilently) {

@@ -61,28 +61,24 @@ TEST_F(FoundationTest, OperationReportsWhateverIsThrown) {
     const wchar_t* description;
     void (*fail)();
   } cases[] = {
-      {L"溢出", [] { CountedIn16Bits(32768); }},
-      {L"内存不足", [] { throw std::bad_alloc(); }},
-      {L"自动化错误 0x80004005", [] { throw 7; }},
+      {L"«溢出»", [] { CountedIn16Bits(32768); }},
+      {L"«内存不足»", [] { throw std::bad_alloc(); }},
+      {L"«自动化错误» 0x80004005", [] { throw 7; }},
   };
   for (const auto& c : cases) {
     const auto failing = [&](Text& result) {
       result = L"half-built";
       c.fail();
     };
-    EXPECT_EQ(Operation<Text>({.report = L"A : B "}, failing), Text());
-    EXPECT_EQ(boxes.Take(), Boxes{Warning(Text(L"A : B \r\n") + c.description)});
+    EXPECT_EQ(Operation<Text>({.report = L"TavioClassBillAction.A : B "}, failing), Text());
+    EXPECT_EQ(boxes.Take(), Boxes{Report(L"A : B ", c.description)});
   }
   EXPECT_EQ(log->entries, Strings{});
 }
 
 TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
-  texts->On(L"LoadString", [](Arguments& a) {
-    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_BSTR);
-    return Value(TextView(L"<" + a.At(0).ToText() + L">"));
-  });
   for (const auto& [source, translation] :
-       {std::pair{L"  用户 ", L"  <用户> "}, {L"用户 名", L"<用户 名>"}, {L"\t用户", L"<\t用户>"}}) {
+       {std::pair{L"  用户 ", L"  «用户» "}, {L"用户 名", L"«用户 名»"}, {L"\t用户", L"«\t用户»"}}) {
     EXPECT_EQ(LoadResText(source), translation);
   }
   EXPECT_EQ(texts->Created(), 1);
@@ -92,7 +88,7 @@ TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
   LoadResText(L"a");
   EXPECT_EQ(texts->language, L"CHS") << "the language is read once";
   texts->On(L"LanguageID", Failing(L"断开"));
-  EXPECT_EQ(LoadResText(L"a"), L"<a>") << "the loader refuses its language";
+  EXPECT_EQ(LoadResText(L"a"), L"«a»") << "the loader refuses its language";
 }
 
 TEST_F(FoundationTest, PropertiesThatCannotBeReadAreEmpty) {

@@ -53,7 +53,7 @@ TEST_F(MessageTest, FailuresAreReportedUnderEachOperationsLabel) {
     EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : " + label, description)});
     EXPECT_TRUE(log->entries.empty() || log->entries.back().ends_with(" 0")) << "the end entry";
   };
-  const Text kUnbound = L"请先设置本组件关联的业务对象模板信息!";
+  const Text kUnbound = L"«请先设置本组件关联的业务对象模板信息!»";
   ForeignRecord users(Record({{L"4", Record({})}}));
   users.On(L"Clone", Failing(L"不能复制"));
   message.SetMessage(Record({{L"FID", 1}, {L"FMessage", L""}, {L"MessageUsers", users.Handle()}}));
@@ -64,7 +64,7 @@ TEST_F(MessageTest, FailuresAreReportedUnderEachOperationsLabel) {
   message.AddVariable(Variable(L"no", L"", Record({})));
   bool caption = false, value = true, name = false;
   EXPECT_EQ(message.TransMessage(L"a[no]b", caption, value, name), L"");
-  expect(L"TransMessage", L"类型不匹配");
+  expect(L"TransMessage", L"«类型不匹配»");
   message.TableInfo({});
   message.NewMessage();
   expect(L"NewMessage", kUnbound);

@@ -113,8 +113,8 @@ class RecipientDialogTest : public LibraryTest {
 
 TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
   const auto actions = [](const RecipientWindow& window) {
-    EXPECT_EQ(window.Caption(), "消息接收用户 - 已审核");
-    EXPECT_EQ(window.Texts(), (Strings{"消息接收用户", "用户名", "发送(&O)", "不发送(&C)"}));
+    EXPECT_EQ(window.Caption(), "«消息接收用户» - 已审核");
+    EXPECT_EQ(window.Texts(), (Strings{"«消息接收用户»", "«用户名»", "«发送(&O)»", "«不发送(&C)»"}));
     EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[x] 王芳", "[x] 李娜"}));
     EXPECT_EQ(GetFocus(), window.List());
     for (const UINT key : {VK_SPACE, VK_DOWN, VK_SPACE}) window.Press(key);
@@ -132,7 +132,7 @@ TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {
   const Text title(300, L'长'), name = L"محمد 李\U0001F600";
   for (std::int32_t id = 4; id <= 1000; ++id) users.Set(Key(id), Record({{L"FUserID", id}, {L"FName", name}}));
   const auto actions = [&](const RecipientWindow& window) {
-    EXPECT_EQ(window.Caption(), Utf8(L"消息接收用户 - " + title));
+    EXPECT_EQ(window.Caption(), Utf8(L"«消息接收用户» - " + title));
     EXPECT_EQ(window.Rows().back(), "[x] " + Utf8(name));
     for (const UINT key : {VK_END, VK_SPACE, VK_RETURN}) window.Press(key);
   };
@@ -169,7 +169,7 @@ TEST_F(RecipientDialogTest, CaptionsOfTheFormTextLoaderArrive) {
   FakeComponent loader(L"TavioFormText.FormTextLoader");
   loader.On(L"LoadFrmResStrings", [&](Arguments& a) {
     const Component form(a.At(0).ToObject());
-    EXPECT_EQ(Show(form.Read(L"Name")) + Show(form.Read(L"caption")), R"("frmMsgUser""消息接收用户")");
+    EXPECT_EQ(Show(form.Read(L"Name")) + Show(form.Read(L"caption")), R"("frmMsgUser""«消息接收用户»")");
     form.Assign(L"Caption", Value(L"Recipients"));
     for (const auto* control : {L"tabMain", L"lvwUserSelect", L"cmdOK", L"CMDCANCEL"}) {
       const Component found(form.Read(control).ToObject());

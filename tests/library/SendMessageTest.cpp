@@ -142,12 +142,12 @@ TEST_F(SendMessageTest, FailuresAreReported) {
     const wchar_t* description;
     bool sent;
   } cases[] = {
-      {[&] { Take(L"a", L"b", nobody); }, L"类型不匹配", false},
-      {[&] { Take(L"a", L"b", tooMany); }, L"溢出", false},
-      {[&] { props->props = L"ConnectString=x;"; }, L"缺少共享属性 UserID", false},
+      {[&] { Take(L"a", L"b", nobody); }, L"«类型不匹配»", false},
+      {[&] { Take(L"a", L"b", tooMany); }, L"«溢出»", false},
+      {[&] { props->props = L"ConnectString=x;"; }, L"«缺少共享属性» UserID", false},
       {[&] { command->On(L"SendMessage", Failing(L"断开")); }, L"断开", false},
-      {[&] { command->On(L"SendMessage", keepOpen); }, L"不能删除文件", true},  // behind the call
-      {[&] { command.reset(); }, L"不能创建组件 TavioAppCommand.Command", false},
+      {[&] { command->On(L"SendMessage", keepOpen); }, L"«不能删除文件»", true},  // behind the call
+      {[&] { command.reset(); }, L"«不能创建组件» TavioAppCommand.Command", false},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(&c - cases);

@@ -188,7 +188,7 @@ TEST_F(ServerTest, ArgumentsAreGivenByNameOrLeftOut) {
   Call send{L"SendMessage"}, none{L"TransMessage", {text.Raw()}};
   EXPECT_EQ(send.On(message.Get()), S_OK);
   EXPECT_EQ(none.On(message.Get()), S_OK);
-  EXPECT_EQ(boxes.Take(), Boxes{Warning(L"TavioClassBillAction.Message : TransMessage\r\n未指定需要进行何种翻译!")});
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«未指定需要进行何种翻译!»")});
 }
 
 TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
@@ -207,10 +207,10 @@ TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
       {actions.Get(), {L"ClassType", {}, DISPATCH_PROPERTYGET}, DISP_E_MEMBERNOTFOUND, L""},
       {actions.Get(), {L"Initialize", {five.Raw()}}, DISP_E_BADPARAMCOUNT, L""},
       {actions.Get(), {L"AddNew", {Variable(five)}}, DISP_E_TYPEMISMATCH, L""},
-      {actions.Get(), {L"AddNew", {Variable(object)}}, DISP_E_TYPEMISMATCH, L"类型不匹配"},
-      {actions.Get(), {L"ClassTypeEntry", {object.Raw()}, DISPATCH_PROPERTYPUT}, DISP_E_TYPEMISMATCH, L"类型不匹配"},
-      {actions.Get(), {L"ClassType", {malformed.Raw()}, DISPATCH_PROPERTYPUTREF}, DISP_E_TYPEMISMATCH, L"类型不匹配"},
-      {message.Get(), {L"GroupInfo", {five.Raw()}, DISPATCH_PROPERTYPUTREF}, DISP_E_TYPEMISMATCH, L"类型不匹配"},
+      {actions.Get(), {L"AddNew", {Variable(object)}}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
+      {actions.Get(), {L"ClassTypeEntry", {object.Raw()}, DISPATCH_PROPERTYPUT}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
+      {actions.Get(), {L"ClassType", {malformed.Raw()}, DISPATCH_PROPERTYPUTREF}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
+      {message.Get(), {L"GroupInfo", {five.Raw()}, DISPATCH_PROPERTYPUTREF}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
   };
   for (auto& c : cases) {
     auto& call = const_cast<Call&>(c.call);

@@ -18,8 +18,8 @@ constexpr const wchar_t* kClasses[] = {L"TavioClassBillAction.BillActions",
                                        L"Vexo.Vector",
                                        L"TavioMClass.ClassInfo"};
 
-int Created() {
-  int created = 0;
+std::size_t Created() {
+  std::size_t created = 0;
   for (const auto* name : kClasses) {
     try {
       tavio::Component::Create(name);
@@ -49,7 +49,7 @@ int wmain(int argc, wchar_t** argv) {
   CoInitialize(nullptr);
   if (Created() != 0) return std::cout << "FAILED: something is registered\n", 1;
   if (!Activate(std::filesystem::canonical(argv[1]))) return std::cout << "FAILED: no context\n", 1;
-  const int created = Created();
-  std::cout << (created == static_cast<int>(std::size(kClasses)) ? "finished\n" : "FAILED: not all were created\n");
+  if (Created() != std::size(kClasses)) return std::cout << "FAILED: not all were created\n", 1;
+  std::cout << "finished\n";
   return 0;
 }

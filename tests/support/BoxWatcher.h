@@ -23,8 +23,12 @@ std::ostream& operator<<(std::ostream& out, const Box& box);
 
 using Boxes = std::vector<Box>;
 
-// The report of a failed operation.
-inline Box Warning(Text text) { return {std::move(text), L"Morla提示", MB_OK | MB_ICONWARNING}; }
+// A text as the user reads it, who sees which of them were localised, and how often.
+inline Text Localised(const Text& text) { return L"«" + text + L"»"; }
+
+// A box of one of the system's own texts.
+inline Box Localised(const Text& text, UINT style) { return {Localised(text), Localised(L"Morla提示"), style}; }
+inline Box Warning(const Text& text) { return Localised(text, MB_OK | MB_ICONWARNING); }
 
 // Calls `started` with each dialog of this thread while it lives. All that a dialog shows is set then.
 class DialogHook {

@@ -28,7 +28,10 @@ FakeTexts::FakeTexts() : FakeComponent(L"TavioResLoader.Loader") {
   };
   property(L"ResFileBaseName", fileName);
   property(L"LanguageID", language);
-  On(L"LoadString", [](Arguments& a) { return a.At(0); });
+  On(L"LoadString", [](Arguments& a) {
+    EXPECT_EQ(a.Raw(0).vt, VT_BYREF | VT_BSTR);
+    return Localised(a.At(0).ToText());
+  });
 }
 
 FakeLog::FakeLog() : FakeComponent(L"MorlaLogMsg.Log") {

@@ -15,7 +15,7 @@ namespace tavio::test {
 
 using Strings = std::vector<std::string>;
 
-// TavioResLoader.Loader: every text's translation is the text itself.
+// TavioResLoader.Loader: a text's translation is the text in «».
 class FakeTexts : public FakeComponent {
  public:
   FakeTexts();
@@ -55,9 +55,10 @@ class FakeRecords : public FakeObject {
   Value current_;
 };
 
-// The report of a failed operation, as in Report(L"Message : AddUser", L"断开").
+// The report of a failed operation, as in Report(L"Message : AddUser", L"断开") and, of a failure of the library's own,
+// Report(L"Message : AddUser", L"«类型不匹配»").
 inline Box Report(const Text& label, const Text& description) {
-  return Warning(L"TavioClassBillAction." + label + L"\r\n" + description);
+  return {L"TavioClassBillAction." + label + L"\r\n" + description, Localised(L"Morla提示"), MB_OK | MB_ICONWARNING};
 }
 
 // What `body` answers, or the description of what it raises.
