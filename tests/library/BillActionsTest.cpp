@@ -146,6 +146,33 @@ TEST_F(BillActionsTest, QueriesFindByTheActionsOwnCode) {
   EXPECT_EQ(log->entries, Strings{});
 }
 
+// One field that the database left open must not hide the actions behind it.
+TEST_F(BillActionsTest, DatabaseNullsMatchNothingAndHoldNoBits) {
+  const auto null = Value::Null();
+  const auto check = Record({{L"FCode", L"Check"}, {L"FEnvironment", 3}});
+  actions.SetBillActions(Record({{L"", Record({{L"FCode", null}, {L"FEnvironment", 3}})},
+                                 {L"Save", Record({{L"FCode", L"Save"}, {L"FEnvironment", null}})},
+                                 {L"Check", check}}));
+  EXPECT_FALSE(actions.LookUp(L""));
+  EXPECT_TRUE(actions.LookUp(L"Check"));
+  EXPECT_EQ(Show(actions.GetEnvironmentItems(-1)), Show(Record({{L"Check", check}})));
+}
+
+// A host's record is asked for its code, and takes the chance to change the collection that holds it.
+TEST_F(BillActionsTest, CollectionMayChangeWhileItIsSearched) {
+  const auto held = Record({{L"first", Record({{L"FCode", L"other"}})}});
+  ForeignRecord save(Record({{L"FCode", L"Save"}, {L"FEnvironment", 3}}));
+  save.On(L"Value", [&](Arguments& a) {
+    for (const auto* key : {L"first", L"a key that is too long to share its place"}) held.Remove(Key(TextView(key)));
+    actions.SetBillActions({});
+    return a.At(0).EqualsText(L"FCode") ? Value(L"Save") : Value(3);
+  });
+  held.Set(L"a key that is too long to share its place"_key, save.Handle());
+  actions.SetBillActions(held);
+  EXPECT_EQ(Show(actions.Item(L"Save")), R"({FCode: "Save", FEnvironment: 3})");
+  EXPECT_EQ(Show(held), "{}");
+}
+
 TEST_F(BillActionsTest, MessageIsThatOfTheGreatestSharedScenario) {
   const auto entry = [](const Item& mask, const wchar_t* message) {
     return Record({{L"FEnvironment", mask}, {L"Message", Record({{L"FTitle", message}})}});

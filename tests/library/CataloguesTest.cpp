@@ -96,6 +96,26 @@ TEST_F(CataloguesTest, ScenariosAreFilteredByIdOrMask) {
   }
 }
 
+// One field that the database left open must not hide the records behind it.
+TEST_F(CataloguesTest, DatabaseNullsMatchNothingAndHoldNoBits) {
+  const auto null = Value::Null();
+  source = List({Record({{L"FMask", 4}, {L"FID", null}, {L"FBillType", null}}), Scenario(8, 108)});
+  EXPECT_EQ(Column(environments.GetList(0, 108)), "108 ");
+  EXPECT_EQ(Column(environments.GetSortList(8, 0)), "108 ");
+  EXPECT_EQ(Column(environments.GetBillTypeList(1)), "108 ");
+  EXPECT_EQ(Show(*environments.GetItem(0, 108).Get(L"FID"_key)), "108");
+  catalogue =
+      List({Record({{L"FCode", null}, {L"FBillType", null}}), Record({{L"FCode", L"Save"}, {L"FBillType", 1}})});
+  EXPECT_FALSE(actions.LookUp(L""));
+  EXPECT_TRUE(actions.LookUp(L"Save"));
+  EXPECT_EQ(actions.GetDefaultActions(1).Count(), 1);
+}
+
+TEST_F(CataloguesTest, ScenarioWithoutAMaskOfItsOwnIsThatOfMask0) {
+  source = List({Record({{L"FMask", Value::Null()}, {L"FID", 1}}), Scenario(8, 108)});
+  EXPECT_EQ(Column(environments.GetSortList()), "1 108 ");
+}
+
 TEST_F(CataloguesTest, BillTypesAreCountedFromOneTo31) {
   const struct {
     std::int32_t billType;

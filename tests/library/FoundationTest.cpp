@@ -121,6 +121,30 @@ TEST_F(FoundationTest, PendingErrorSurvivesLogAndTexts) {
   EXPECT_EQ(found, pending);
 }
 
+// The old container goes when the new one is there, and what goes with it may be a host's object that calls back.
+TEST_F(FoundationTest, HandleIsWholeWhenItLetsGoOfItsContainer) {
+  ForeignRecord fresh(Record({{L"FID", 7}}));
+  FakeObject list;
+  list.On(L"Count", [] { return 2; });
+  for (const auto* member : {L"Item", L"UBound"}) list.On(member, [] { return 0; });
+  Dictionary record;
+  Vector items;
+  std::string seen;
+  record = Record({{L"old", LastWords([&] { seen += Show(*record.Get(L"FID"_key)) + " "; })}});
+  items = List({LastWords([&] { seen += std::to_string(items.Count()) + " "; })});
+  record = fresh.Handle();
+  items = Vector(list.New());
+  EXPECT_EQ(seen, "7 2 ");
+}
+
+// Collections of other makers answer an item that they are asked for by adding it.
+TEST_F(FoundationTest, CollectionWithoutBoundsIsNoList) {
+  FakeObject collection;
+  collection.On(L"Count", [] { return 1; });
+  collection.On(L"Item", [] { ADD_FAILURE() << "asked for an item"; });
+  EXPECT_EQ(Outcome([&] { return Vector(collection.New()).Count(); }), "类型不匹配");
+}
+
 class ContainerRoads : public LibraryTest, public ::testing::WithParamInterface<Road> {
  protected:
   Dictionary NewRecord() const { return Dictionary(GetParam().newDictionary()); }

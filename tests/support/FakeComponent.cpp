@@ -138,6 +138,20 @@ FakeComponent::~FakeComponent() {
   CoRevokeClassObject(cookie_);
 }
 
+ComPtr<IDispatch> LastWords(std::function<void()> said) {
+  class Dying final : public LateBound {
+   public:
+    explicit Dying(std::function<void()> said) : said_(std::move(said)) {}
+    ~Dying() override { said_(); }
+
+   private:
+    std::function<void()> said_;
+  };
+  ComPtr<IDispatch> object;
+  *object.GetAddressOf() = new Dying(std::move(said));
+  return object;
+}
+
 LateBound::Method Failing(const wchar_t* description) {
   return
       [description](Arguments&) -> Value { throw Error(static_cast<HRESULT>(0x80040123), L"Platform", description); };

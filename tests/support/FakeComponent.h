@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -96,6 +97,9 @@ class FakeComponent : public FakeObject {
   std::wstring progId_;
   DWORD cookie_ = 0;
 };
+
+// An object that says something when it is let go for good: `said` is called while it ends.
+ComPtr<IDispatch> LastWords(std::function<void()> said);
 
 // A member that raises that description.
 LateBound::Method Failing(const wchar_t* description);

@@ -32,6 +32,15 @@ std::vector<T> ItemsOf(const VARIANT& variant, VARTYPE type) {
   return items;
 }
 
+// The system's own copying follows a reference without a look.
+HRESULT CopyBehindReference(VARIANT& target, const VARIANT& source) noexcept {
+  const bool refers = (source.vt & VT_BYREF) != 0;
+  if (refers && !source.byref) return DISP_E_TYPEMISMATCH;
+  const bool refersTwice = source.vt == (VT_BYREF | VT_VARIANT) && (source.pvarVal->vt & VT_BYREF) != 0;
+  if (refersTwice && !source.pvarVal->byref) return DISP_E_TYPEMISMATCH;
+  return VariantCopyInd(&target, const_cast<VARIANT*>(&source));  // only read
+}
+
 }  // namespace
 
 Value::Value(BString&& text) noexcept : Value() {
@@ -62,14 +71,13 @@ Value Value::Null() noexcept {
 
 Value Value::CopyOf(const VARIANT& variant) {
   Value value;
-  Check(VariantCopyInd(&value.variant_, const_cast<VARIANT*>(&variant)));  // only read
+  Check(CopyBehindReference(value.variant_, variant));
   return value;
 }
 
 Value Value::CopyOrMissing(const VARIANT& variant) noexcept {
   Value value;
-  const HRESULT copied = VariantCopyInd(&value.variant_, const_cast<VARIANT*>(&variant));  // only read
-  return FAILED(copied) ? Missing() : std::move(value);
+  return FAILED(CopyBehindReference(value.variant_, variant)) ? Missing() : std::move(value);
 }
 
 const Value& Value::OrEmpty() const noexcept {
