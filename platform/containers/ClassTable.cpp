@@ -15,7 +15,7 @@ const ClassRow kClasses[] = {
 
 }  // namespace
 
-// The platform's own containers go by the same names; where they are installed, they stay.
+// The platform's own containers go by the same names; if they are installed, they stay.
 const ServerTable kServer = {kClasses, &LIBID_Vexo, true};
 
 }  // namespace tavio::com

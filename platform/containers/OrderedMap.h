@@ -42,13 +42,13 @@ class OrderedMap {
 
   std::size_t Count() const noexcept { return entries_.size() - holes_; }
 
-  // Null where the key is absent.
+  // Null if the key is absent.
   const V* Find(TextView key) const noexcept {
     const auto index = IndexOf(HashOf(key), key);
     return index == kNone ? nullptr : &entries_[index].value_;
   }
 
-  // Null where there is no such position.
+  // Null if there is no such position.
   const Entry* At(std::int64_t position) {
     if (position < 1 || position > static_cast<std::int64_t>(Count())) return nullptr;
     return &entries_[IndexAt(static_cast<std::size_t>(position - 1))];
@@ -67,7 +67,7 @@ class OrderedMap {
     return V();
   }
 
-  // Answers the value that was removed, empty where the key is absent. Later entries move up one position.
+  // Answers the value that was removed, empty if the key is absent. Later entries move up one position.
   V Remove(TextView key) noexcept {
     const auto index = IndexOf(HashOf(key), key);
     if (index == kNone) return V();

@@ -9,7 +9,7 @@
 namespace tavio {
 
 // The actions of one business object, keyed by action code. Packages are held by reference: a change made through
-// either side is seen by both. Every operation traps its own failures, shows them in a box where its comment does not
+// either side is seen by both. Every operation traps its own failures, shows them in a box if its comment does not
 // say otherwise, and answers its empty result. Actions marked deleted stay in the collection until the middle tier
 // drops them on Save, and queries find them like any other.
 class BillActions {
@@ -17,7 +17,7 @@ class BillActions {
   // The class type ID of the business object; 0 while it is not bound.
   void ClassTypeID(std::int32_t value) noexcept { classTypeId_ = value; }
   std::int32_t ClassTypeID() const noexcept { return classTypeId_; }
-  // The template of the business object. Its FID, where it has one, becomes the class type ID; raises Error where that
+  // The template of the business object. Its FID, if it has one, becomes the class type ID; raises Error if that
   // is no 32-bit number.
   void ClassType(Dictionary value);
   void ClassTypeEntry(Vector value) noexcept { classTypeEntry_ = std::move(value); }

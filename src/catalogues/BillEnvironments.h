@@ -8,7 +8,7 @@ namespace tavio {
 // known by its mask (FMask); the masks make a tree, which is written into the records as "Parent" (the parent's mask, 0
 // for a root) and "Level" (0 for a root).
 //
-// The scenarios are loaded and sorted by the first operation that needs them, and again by the next one where that
+// The scenarios are loaded and sorted by the first operation that needs them, and again by the next one if that
 // failed. The records, the set and the list are shared with whoever gets them; nothing is copied. No operation throws:
 // a failure shows the report box, and the result is unset.
 //

@@ -7,7 +7,7 @@
 namespace tavio {
 
 // The bit of bill type `billType` (counted from 1) in a set of bill types: 2^(billType-1), rounded to a whole number,
-// so that types below 1 are in no set. Throws std::overflow_error where the power, or the exponent itself, leaves the
+// so that types below 1 are in no set. Throws std::overflow_error if the power, or the exponent itself, leaves the
 // 32-bit range.
 constexpr std::int32_t BillTypeMask(std::int32_t billType) {
   constexpr std::int32_t kHighest = 31;

@@ -21,7 +21,7 @@ class PredefineActions {
   // Copies of the actions whose FBillType holds bill type `billType` (counted from 1), in the catalogue's order. The
   // copies are one level deep. A bill type above 31 is reported as an overflow.
   Vector GetDefaultActions(std::int32_t billType) noexcept;
-  // Whether a record's FRightMask (0 where it has none) equals `mask`. Failures are silent.
+  // Whether a record's FRightMask (0 if it has none) equals `mask`. Failures are silent.
   bool LookupRightMask(std::int32_t mask) noexcept;
 
  private:

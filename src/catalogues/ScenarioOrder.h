@@ -20,7 +20,7 @@ std::vector<ScenarioIndex> ScenarioParents(std::span<const std::int32_t> masks);
 
 struct ScenarioOrder {
   std::vector<ScenarioIndex> sequence;  // every scenario once, in the order of the list
-  std::vector<std::int32_t> levels;  // by index: 0 for a root, the parent's level + 1 below, kNoLevel where not placed
+  std::vector<std::int32_t> levels;     // by index: 0 for a root, the parent's level + 1 below, kNoLevel if not placed
 };
 
 // The order as passes over a shrinking list of the unplaced scenarios produce it. A pass walks the positions of that

@@ -66,7 +66,7 @@ class Shell : public ComClass<Dual> {
   }
 };
 
-// A package parameter. Type mismatch where the object is no such container.
+// A package parameter. Type mismatch if the object is no such container.
 inline Dictionary AsDictionary(IDispatch* object) { return Dictionary(ComPtr<IDispatch>(object)); }
 inline Vector AsVector(IDispatch* object) { return Vector(ComPtr<IDispatch>(object)); }
 

@@ -12,9 +12,9 @@ inline constexpr wchar_t kDescriptionOnly[] = L"";
 
 // What differs between public operations apart from what they do.
 struct Labels {
-  // Label of the begin and end log entries; null where none are written.
+  // Label of the begin and end log entries; null if none are written.
   const wchar_t* log = nullptr;
-  // First line of the failure box; null where failures are silent, kDescriptionOnly where the box has no such line.
+  // First line of the failure box; null if failures are silent, kDescriptionOnly if the box has no such line.
   const wchar_t* report = nullptr;
   // After a failure the result is dropped, or kept as far as it was built.
   enum { kDropped, kKept } resultAfterFailure = kDropped;
@@ -30,7 +30,7 @@ struct Labels {
 bool RunTrapped(const Labels& labels, const std::function<void(std::int32_t&)>& body,
                 const std::function<void()>& dropResult) noexcept;
 
-// The boundary of every public operation: `body` takes a reference to the result, which starts empty, and, where it
+// The boundary of every public operation: `body` takes a reference to the result, which starts empty, and, if it
 // asks for it, a reference to the log outcome.
 template <class Result, class Body>
 Result Operation(const Labels& labels, Body&& body) noexcept {

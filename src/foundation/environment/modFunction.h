@@ -13,12 +13,12 @@ namespace tavio {
 // The property table of a shared-properties string. Names are matched without regard to letter case.
 class PropertyTable {
  public:
-  // Raises Error where a name occurs twice.
+  // Raises Error if a name occurs twice.
   static PropertyTable ParseProps(TextView props);
 
-  // Raises Error where the name is absent.
+  // Raises Error if the name is absent.
   const Text& GetProp(TextView name) const;
-  // "UserID" as a number; raises Error where it is absent or none.
+  // "UserID" as a number; raises Error if it is absent or none.
   std::int32_t GetCurrentUserID() const;
 
  private:

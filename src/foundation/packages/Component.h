@@ -11,7 +11,7 @@
 namespace tavio {
 
 // An argument that the component may change. It goes out typed (VT_BYREF with the type of `target`); what comes back is
-// stored in `target` after the call, and raises a type mismatch where a package comes back as something else.
+// stored in `target` after the call, and raises a type mismatch if a package comes back as something else.
 template <class T>
 class ByRefArgument {
  public:
@@ -89,7 +89,7 @@ requires std::constructible_from<Value, const T&> &&(!std::same_as<std::remove_c
 class Component {
  public:
   explicit Component(ComPtr<IDispatch> object) noexcept : object_(std::move(object)) {}
-  // Raises Error where no such component can be created.
+  // Raises Error if no such component can be created.
   static Component Create(const wchar_t* progId);
 
   const ComPtr<IDispatch>& Object() const noexcept { return object_; }

@@ -21,7 +21,7 @@ inline TextView ViewOf(BSTR text) noexcept {
   return TextView(text, bytes / sizeof(wchar_t));
 }
 
-// An owned BSTR. Throws std::bad_alloc where the allocation fails.
+// An owned BSTR. Throws std::bad_alloc if the allocation fails.
 class BString {
  public:
   BString() noexcept = default;

@@ -10,7 +10,7 @@ namespace tavio {
 // The second reader of the shared-properties string: "name=value;" pairs whose value may stand in braces, so that it
 // can hold ";" and "=" itself ("ConnectString={Provider=x;Server=y};UserID=1;"). Each function consumes what it reads.
 
-// The text before the first delimiter; `text` becomes what follows it, or empty where there is none.
+// The text before the first delimiter; `text` becomes what follows it, or empty if there is none.
 constexpr TextView SplitHead(TextView& text, Char delimiter) noexcept {
   const auto found = text.find(delimiter);
   const TextView head = text.substr(0, found);

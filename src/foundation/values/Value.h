@@ -106,9 +106,9 @@ class Value {
   Text ToText() const;
   // Appends what ToText gives; a database null and an unset object append nothing.
   void AppendTo(Text& text) const;
-  // Compares as texts, without copying where a text is stored.
+  // Compares as texts, without copying if a text is stored.
   bool EqualsText(TextView text) const;
-  // Null where nothing is set (empty, null, no object); type mismatch where something else is stored.
+  // Null if nothing is set (empty, null, no object); type mismatch if something else is stored.
   ComPtr<IDispatch> ToObject() const;
   // The bytes of an array of bytes; type mismatch otherwise.
   std::vector<std::byte> ToBytes() const;
