@@ -58,10 +58,9 @@ void AddField(const Vector& users, const Key& field, AddressList& list) {
   }
 }
 
-}  // namespace
-
-Dictionary ExpandRecipients(const Dictionary& recipients) {
-  if (recipients.Count() == 0) return {};
+// Under each type letter a Vector of user records ("FUserID", "FName", "Email", "Mobile"), and under "UserInfoEx" what
+// the platform adds for all of them, or "".
+Dictionary Expand(const Dictionary& recipients) {
   const auto groups = GroupedByType(recipients);
   const auto expansion = Dictionary::New();
   const auto users = Component::Create(L"TavioMSmsManager.clsBillUseInfo");
@@ -77,14 +76,21 @@ Dictionary ExpandRecipients(const Dictionary& recipients) {
   return expansion;
 }
 
-Text JoinAddresses(const Dictionary& expansion, const Key& field, Char separator) {
+Text Join(const Dictionary& recipients, const Key& field, Char separator) {
   AddressList list(separator);
-  const auto count = expansion ? expansion.Count() : 0;
+  if (!recipients || recipients.Count() == 0) return {};
+  const auto expansion = Expand(recipients);
+  const auto count = expansion.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
     const auto entry = expansion.At(i);
     if (entry.KeyView() != kUserInfoEx) AddField(Vector(entry.Stored()), field, list);
   }
   return list.Joined();
 }
+
+}  // namespace
+
+Text MailAddressesOf(const Dictionary& recipients) { return Join(recipients, L"Email"_key, L';'); }
+Text MobileNumbersOf(const Dictionary& recipients) { return Join(recipients, L"Mobile"_key, L','); }
 
 }  // namespace tavio

@@ -1,5 +1,4 @@
-#include "foundation/environment/Operation.h"
-#include "message/Message.h"
+#include "message/VariableList.h"
 
 namespace tavio {
 namespace {
@@ -35,45 +34,29 @@ void ForEachHeaderField(const Dictionary& tableInfo, Visit&& visit) {
 
 }  // namespace
 
-void Message::BuildVariables() {
-  variables_ = Dictionary();
-  variableUsers_ = Dictionary();
-  variables_ = Dictionary::New();
-  ForEachHeaderField(tableInfo_, [&](const Dictionary& field) {
-    if (IsStored(field) && IsVisible(field)) AddEntry(variables_, field);
+void ListVariables(const Dictionary& tableInfo, const Dictionary& variables) {
+  ForEachHeaderField(tableInfo, [&](const Dictionary& field) {
+    if (IsStored(field) && IsVisible(field)) AddEntry(variables, field);
   });
 }
 
-void Message::BuildVariableUsers() {
-  variableUsers_ = Dictionary::New();
-  ForEachHeaderField(tableInfo_, [&](const Dictionary& field) {
-    if (IsStored(field) && HoldsUser(field)) AddEntry(variableUsers_, field);
+void ListVariableUsers(const Dictionary& tableInfo, const Dictionary& variableUsers) {
+  ForEachHeaderField(tableInfo, [&](const Dictionary& field) {
+    if (IsStored(field) && HoldsUser(field)) AddEntry(variableUsers, field);
   });
 }
 
-void Message::RefreshVariableList() noexcept {
-  Operation({.log = L"TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表"}, [&] {
-    RequireTemplate(L"RefreshVariableList");
-    BuildVariables();
-    BuildVariableUsers();
-  });
+bool IsVariable(const Dictionary& variable) {
+  return variable && variable.Lookup(L"FName"_key) && variable.Lookup(L"FCaption"_key);
 }
 
-bool Message::AddVariable(const Dictionary& variable) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元",
-                          .report = L"TavioClassBillAction.Message : AddVariable",
-                          .resultAfterFailure = Labels::kKept},
-                         [&](bool& added) {
-                           if (!variable || !variable.Lookup(L"FName"_key) || !variable.Lookup(L"FCaption"_key)) return;
-                           if (!variables_) RefreshVariableList();
-                           const auto entry = Dictionary::New();
-                           const auto name = variable.Get(L"FName"_key);
-                           entry.Set(L"FName"_key, *name);
-                           entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
-                           entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
-                           variables_.Set(KeyOf(*name), entry);
-                           added = true;
-                         });
+void StoreVariable(const Dictionary& variables, const Dictionary& variable) {
+  const auto entry = Dictionary::New();
+  const auto name = variable.Get(L"FName"_key);
+  entry.Set(L"FName"_key, *name);
+  entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
+  entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
+  variables.Set(KeyOf(*name), entry);
 }
 
 }  // namespace tavio

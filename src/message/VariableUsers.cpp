@@ -1,9 +1,10 @@
+#include "message/VariableUsers.h"
+
 #include <string>
 
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
-#include "message/Message.h"
 #include "message/Recipients.h"
 
 namespace tavio {
@@ -25,10 +26,8 @@ std::int32_t NumberIn(const Value& value) {
   return nothing ? kNobody : value.ToInt32();
 }
 
-}  // namespace
-
 // The user that a header field holds: an ID, or a looked-up user or employee.
-std::int32_t Message::UserOf(const Value& held) const {
+std::int32_t UserOf(const Value& held) {
   if (!held.IsObject()) return NumberIn(held);
   const Dictionary record(held);
   if (!record) return kNobody;
@@ -38,19 +37,16 @@ std::int32_t Message::UserOf(const Value& held) const {
   return employee == kNobody ? kNobody : UserOfEmployee(employee);
 }
 
-// Adds the users named by the bill's header fields to the recipients, in place. Excluded users are not let in again.
-Dictionary Message::WithVariableUsers(const Dictionary& recipients) const {
-  const Dictionary& bill = data_ ? data_ : bill_;
-  if (!variableUsers_ || !bill) return recipients;
-  const auto page = PackageAt(bill, L"Page1"_key);
-  if (!page) return recipients;
-  const auto count = variableUsers_.Count();
+}  // namespace
+
+void AddVariableUsers(const Dictionary& recipients, const Dictionary& variableUsers, const Dictionary& page,
+                      const Dictionary& package) {
+  const auto count = variableUsers.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
-    const auto field = variableUsers_.At(i);
+    const auto field = variableUsers.At(i);
     const auto user = UserOf(*page.GetValue(field.BorrowKey()));
-    if (user != kNobody) AddRecipient(recipients, user, message_);
+    if (user != kNobody) AddRecipient(recipients, user, package);
   }
-  return ExcludeUsers(recipients);
 }
 
 }  // namespace tavio
