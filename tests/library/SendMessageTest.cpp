@@ -32,6 +32,7 @@ void RemoveFiles() {
 class SendMessageTest : public LibraryTest {
  protected:
   SendMessageTest() {
+    RemoveFiles();  // that a failed sending left
     props->props = L"Language=chs;ConnectString={Provider=x;Server=y};userid= 16394 ;";
     command->On(L"SendMessage", [this](Arguments& a) { return Receive(a); });
     message.ClassTypeID(5);
