@@ -1,7 +1,7 @@
 @echo off
 rem register [user] [platform]
-rem   Registers the library and, where the platform's own are not installed, the containers: for the machine, or with
-rem   "user", and where there are no administrator's rights, for the current user.
+rem   Registers the library and, if the platform's own are not installed, the containers: for the machine, or with
+rem   "user", and if there are no administrator's rights, for the current user.
 rem   With "platform" the development platform too, for machines without the real one.
 setlocal
 set "here=%~dp0"
@@ -93,7 +93,7 @@ if %code% geq 3 if %code% leq 5 exit /b %code%
 echo %1 was not registered: regsvr32 ended with the exit code %code%.
 exit /b 1
 
-rem stranger <ProgID> <its class here>: names it where it leads to another class.
+rem stranger <ProgID> <its class here>: names it if it leads to another class.
 :stranger
 "%tools%reg" query HKCR\%1\CLSID >nul 2>nul
 if errorlevel 1 exit /b 0
@@ -103,7 +103,7 @@ echo   %1
 set strangers=1
 exit /b 0
 
-rem other <file> <one of its classes>: warns where the other part of the registry has it too, and from which folder.
+rem other <file> <one of its classes>: warns if the other part of the registry has it too, and from which folder.
 :other
 "%tools%reg" query %other%\Software\Classes\CLSID\%2\InprocServer32 >nul 2>nul
 if errorlevel 1 exit /b 0
@@ -112,7 +112,7 @@ echo Warning: the other part of the registry has %1 as well:
 "%tools%reg" query %other%\Software\Classes\CLSID\%2\InprocServer32 /ve
 exit /b 0
 
-rem driver: warns where the database of the development platform has no driver. Wine has those of the system below it.
+rem driver: warns if the database of the development platform has no driver. Wine has those of the system below it.
 :driver
 if defined TAVIO_DEV_DATABASE exit /b 0
 if exist "%SystemRoot%\System32\winecfg.exe" exit /b 0
