@@ -6,7 +6,7 @@
 
 namespace tavio {
 
-// The addresses of a mail, or the numbers of a short message, joined by a separator.
+// The addresses of a mail, or the numbers of a short message, joined by a separator that has no letter case.
 class AddressList {
  public:
   explicit AddressList(Char separator) noexcept : separator_(separator) {}
