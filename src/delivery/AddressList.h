@@ -2,27 +2,27 @@
 
 #include <vector>
 
-#include "foundation/values/Text.h"
+#include "delivery/SearchedText.h"
 
 namespace tavio {
 
-// The addresses of a mail, or the numbers of a short message, joined by a separator.
+// The addresses of a mail, or the numbers of a short message, joined by a separator that has no letter case.
 class AddressList {
  public:
   explicit AddressList(Char separator) noexcept : separator_(separator) {}
 
   // Appends an address. One that occurs anywhere in the list so far, without regard to letter case, is dropped: be it a
-  // whole address, a part of one, or (where it holds separators itself) a run of several. Users know lists without such
+  // whole address, a part of one, or (if it holds separators itself) a run of several. Users know lists without such
   // addresses, so the test stays as coarse as it is. An empty address is dropped too.
   // `upper` is the address in upper case, of the same length.
   void Add(TextView address, TextView upper) {
-    if (address.empty() || upper_.find(upper) != Text::npos) return;
+    if (address.empty() || upper_.Contains(upper)) return;
     if (!joined_.empty()) {
       joined_ += separator_;
-      upper_ += separator_;
+      upper_.Append({&separator_, 1});
     }
     joined_ += address;
-    upper_ += upper;
+    upper_.Append(upper);
   }
 
   const Text& Joined() const noexcept { return joined_; }
@@ -30,8 +30,7 @@ class AddressList {
  private:
   Char separator_;
   Text joined_;
-  // Beside the list and not made from it, which would cost as much as the search does.
-  Text upper_;
+  SearchedText upper_;  // the same list in upper case
 };
 
 // The addresses of a joined list, in order; they refer to `joined`. Empty ones are left out.

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "actions/ActionCode.h"
+#include "actions/ActionStatus.h"
 #include "actions/RightMasks.h"
 #include "catalogues/BillTypes.h"
 
@@ -29,6 +30,30 @@ TEST(ActionCode, NamesTheFirstFault) {
   }
 }
 
+TEST(ActionStatus, EditsReviveAndRemovalsKeepOtherFlags) {
+  constexpr std::int32_t kOther = 1 << 20 | std::numeric_limits<std::int32_t>::min();
+  const struct {
+    const char* name;
+    std::int32_t status, edited, removed;
+    bool deleted;
+  } cases[] = {
+      {"loaded, untouched", 0, 2, 4, false},
+      {"new", 1, 3, 5, false},
+      {"modified", 2, 2, 6, false},
+      {"new, then modified", 3, 3, 7, false},
+      {"removed", 4, 2, 4, true},
+      {"new, then removed", 5, 3, 5, true},
+      {"modified, then removed", 6, 2, 6, true},
+      {"all three", 7, 3, 7, true},
+      {"flags of others", kOther, kOther | 2, kOther | 4, false},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ(StatusAfterEdit(c.status), c.edited) << c.name;
+    EXPECT_EQ(StatusAfterRemoval(c.status), c.removed) << c.name;
+    EXPECT_EQ(IsDeleted(c.status), c.deleted) << c.name;
+  }
+}
+
 TEST(BillTypes, AreBitsOf31) {
   using Limits = std::numeric_limits<std::int32_t>;
   for (const auto& [billType, mask] :
@@ -38,22 +63,6 @@ TEST(BillTypes, AreBitsOf31) {
   for (const auto billType : {Limits::min(), 32, 33, Limits::max()}) {
     EXPECT_THROW(BillTypeMask(billType), std::overflow_error) << billType;
   }
-}
-
-TEST(RightMasks, AreTriedUpwardsToTheFirstFree) {
-  std::vector<std::int32_t> tried;
-  const auto freeFrom = [&](std::int32_t lowest) {
-    tried.clear();
-    return FirstFreeRightMask([&](std::int32_t mask) {
-      tried.push_back(mask);
-      return lowest != 0 && mask >= lowest;
-    });
-  };
-  EXPECT_EQ(freeFrom(4), 4);
-  EXPECT_EQ(tried, (std::vector<std::int32_t>{1, 2, 4}));
-  EXPECT_EQ(freeFrom(1 << 30), 1 << 30);
-  EXPECT_EQ(freeFrom(0), 0);
-  EXPECT_EQ(tried.size(), 31u);
 }
 
 }  // namespace

@@ -7,24 +7,25 @@ namespace {
 
 TEST(MessageTemplate, NamesReachFromABracketToTheFirstClosingOne) {
   const struct {
+    const char* name;
     TextView text, rewritten;
   } cases[] = {
-      {u"", u""},
-      {u"plain ] text", u"plain ] text"},
-      {u"[a]", u"<a>"},
-      {u"[]", u"<>"},
-      {u"x[a]y[ b ]z", u"x<a>y< b >z"},
-      {u"[a][b]", u"<a><b>"},
-      {u"[a[b]", u"<a[b>"},
-      {u"[a]]b[", u"<a>]b["},
-      {u"]x[", u"]x["},
-      {u"a[b", u"a[b"},
-      {u"[a]b[c[d", u"<a>b[c[d"},
+      {"empty", u"", u""},
+      {"no name", u"plain ] text", u"plain ] text"},
+      {"a name alone", u"[a]", u"<a>"},
+      {"an empty name", u"[]", u"<>"},
+      {"text around, blanks within", u"x[a]y[ b ]z", u"x<a>y< b >z"},
+      {"side by side", u"[a][b]", u"<a><b>"},
+      {"an opening bracket in a name", u"[a[b]", u"<a[b>"},
+      {"more closing brackets", u"[a]]b[", u"<a>]b["},
+      {"brackets the wrong way round", u"]x[", u"]x["},
+      {"never closed", u"a[b", u"a[b"},
+      {"never closed behind a name", u"[a]b[c[d", u"<a>b[c[d"},
   };
   for (const auto& c : cases) {
     const auto angled = [](TextView name, Text& result) { result += u'<' + Text(name) + u'>'; };
-    EXPECT_EQ(RewriteBrackets(c.text, angled), c.rewritten) << "case " << &c - cases;
-    EXPECT_EQ(RewriteBrackets(c.text, AppendBracketed), c.text) << "case " << &c - cases;
+    EXPECT_EQ(RewriteBrackets(c.text, angled), c.rewritten) << c.name;
+    EXPECT_EQ(RewriteBrackets(c.text, AppendBracketed), c.text) << c.name;
   }
 }
 
