@@ -57,7 +57,7 @@ Dictionary StoredProfile() {
   }
 }
 
-// Empty where there is no such value, or one that is no text.
+// Empty if there is no such value, or one that is no text.
 Text RegistryValue(const wchar_t* name) {
   constexpr wchar_t kKey[] = L"SoftWare\\Morla\\SMReg";
   DWORD bytes = 0;

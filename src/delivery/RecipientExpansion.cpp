@@ -3,6 +3,7 @@
 #include "delivery/AddressList.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Text.h"
 
 namespace tavio {
@@ -36,10 +37,8 @@ void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
 // Under each type letter a Vector of records that hold the ID.
 Dictionary GroupedByType(const Dictionary& recipients) {
   const auto groups = Dictionary::New();
-  const auto count = recipients.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto recipient = recipients.At(i);
-    const auto entry = recipient.Stored().HoldsObject() ? Dictionary(recipient.Stored()) : Dictionary();
+  for (const auto& recipient : Entries(recipients)) {
+    const auto entry = recipient.Stored().HoldsObject() ? recipient.Record() : Dictionary();
     AddTo(groups, TypeOf(entry), IdOf(recipient.KeyView(), entry));
   }
   return groups;
@@ -50,25 +49,21 @@ Value UserInfoExOf(const Component& users) {
 }
 
 void AddField(const Vector& users, const Key& field, AddressList& list) {
-  const auto count = users.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
+  for (const auto& user : Records(users)) {
     Text address;
-    users.Record(i).GetValue(field)->AppendTo(address);
+    user.GetValue(field)->AppendTo(address);
     list.Add(address, ToUpper(address));
   }
 }
 
-}  // namespace
-
-Dictionary ExpandRecipients(const Dictionary& recipients) {
-  if (recipients.Count() == 0) return {};
+// Under each type letter a Vector of user records ("FUserID", "FName", "Email", "Mobile"), and under "UserInfoEx" what
+// the platform adds for all of them, or "".
+Dictionary Expand(const Dictionary& recipients) {
   const auto groups = GroupedByType(recipients);
   const auto expansion = Dictionary::New();
   const auto users = Component::Create(L"TavioMSmsManager.clsBillUseInfo");
   const Text props = GetPropsString();
-  const auto count = groups.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto group = groups.At(i);
+  for (const auto& group : Entries(groups)) {
     Vector asked(group.Stored());
     const Vector known(users.Call(L"GetUserInfo", props, Text(group.KeyView()), ByRef(asked)));
     if (known) expansion.Set(group.BorrowKey(), known.AsValue());
@@ -77,14 +72,18 @@ Dictionary ExpandRecipients(const Dictionary& recipients) {
   return expansion;
 }
 
-Text JoinAddresses(const Dictionary& expansion, const Key& field, Char separator) {
+Text Join(const Dictionary& recipients, const Key& field, Char separator) {
   AddressList list(separator);
-  const auto count = expansion ? expansion.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto entry = expansion.At(i);
+  if (!recipients || recipients.Count() == 0) return {};
+  for (const auto& entry : Entries(Expand(recipients))) {
     if (entry.KeyView() != kUserInfoEx) AddField(Vector(entry.Stored()), field, list);
   }
   return list.Joined();
 }
+
+}  // namespace
+
+Text MailAddressesOf(const Dictionary& recipients) { return Join(recipients, L"Email"_key, L';'); }
+Text MobileNumbersOf(const Dictionary& recipients) { return Join(recipients, L"Mobile"_key, L','); }
 
 }  // namespace tavio

@@ -4,7 +4,6 @@
 #include "delivery/MailHeader.h"
 #include "delivery/MailSettings.h"
 #include "foundation/environment/Operation.h"
-#include "foundation/environment/ResText.h"
 #include "foundation/environment/ShowMessage.h"
 #include "foundation/packages/Component.h"
 #include "foundation/packages/Fields.h"
@@ -34,8 +33,6 @@ void AssignEncoding(const Component& mail) {
   mail.Assign(L"ISOEncodeHeaders", Value(true));
   mail.Assign(L"Logging", Value(true));
 }
-
-void Warn(TextView text) { ShowMessage(LoadResText(text), kWarning, kTitle); }
 
 }  // namespace
 

@@ -1,15 +1,16 @@
+#include "delivery/SystemMessage.h"
+
+#include <algorithm>
 #include <array>
 #include <string>
 
 #include "delivery/MessageFile.h"
 #include "delivery/RandomSequence.h"
-#include "foundation/environment/Operation.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/environment/modFunction.h"
-#include "foundation/packages/Fields.h"
+#include "foundation/packages/Component.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/DecimalText.h"
-#include "message/Message.h"
 
 namespace tavio {
 namespace {
@@ -29,74 +30,42 @@ std::int32_t UserId(TextView key) {
   return plain ? *plain : Value(key).ToInt32();
 }
 
-std::vector<std::int32_t> UserIds(const Dictionary& recipients) {
-  const auto count = CountedIn16Bits(recipients.Count());
-  std::vector<std::int32_t> users(static_cast<std::size_t>(count));
-  for (std::int32_t i = 1; i <= count; ++i) {
-    users[static_cast<std::size_t>(i - 1)] = UserId(recipients.At(i).KeyView());
-  }
-  return users;
-}
-
 // Receivers take control character 20 for the end of a line of a title; the line feed beside it stays.
 Text PreparedTitle(Text title) {
   std::replace(title.begin(), title.end(), L'\r', static_cast<wchar_t>(20));
   return title.substr(0, kTitleLimit);
 }
 
-}  // namespace
-
-Text Message::CommandText() const {
-  const auto bill = std::to_wstring(billId_);
-  if (IsInList<std::int32_t>(classTypeId_, kObjectsWithOwnFunction)) {
+Text CommandText(std::int32_t classTypeId, std::int32_t billId) {
+  const auto bill = std::to_wstring(billId);
+  if (IsInList<std::int32_t>(classTypeId, kObjectsWithOwnFunction)) {
     return L"FUNCID:63510509|FFlag:1|FInterID:" + bill;
   }
-  return L"FUNCID:-1|FFlag:" + std::to_wstring(classTypeId_) + L"|FInterID:" + bill;
+  return L"FUNCID:-1|FFlag:" + std::to_wstring(classTypeId) + L"|FInterID:" + bill;
 }
 
-// The recipients that are left for this sending; unset where the package has no list.
-Dictionary Message::SettleRecipients(const Dictionary& given) {
-  if (given) return RemoveExcludedUsers(given);
-  const auto stored = PackageAt(message_, L"MessageUsers"_key);
-  if (!stored) return {};
-  // A copy: the stored list outlives this sending.
-  auto recipients = RemoveExcludedUsers(stored.CloneAll());
-  if (mustSelectMsgUser_) {
-    ConfirmRecipients(recipients);
-    selectedUser_ = recipients;
-  }
-  return recipients;
+}  // namespace
+
+std::vector<std::int32_t> UserIdsOf(const Dictionary& recipients) {
+  std::vector<std::int32_t> users;
+  for (const auto& recipient : EntriesIn16Bits(recipients)) users.push_back(UserId(recipient.KeyView()));
+  return users;
 }
 
-bool Message::SendMessage(const Dictionary& given) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.Message.SendMessage 解析消息,发送给接收者",
-                          .report = L"TavioClassBillAction.Message : SendMessage",
-                          .resultAfterFailure = Labels::kKept,
-                          .outcomeAfterFailure = 1},
-                         [&](bool& sent, std::int32_t& outcome) {
-                           const auto nobody = [&] { outcome = 0; };
-                           if (!message_ || (!given && !PackageAt(message_, L"MessageUsers"_key))) return nobody();
-                           const auto recipients = WithVariableUsers(SettleRecipients(given));
-                           if (recipients.Count() == 0) return nobody();
-                           Deliver(recipients, sent);
-                         });
-}
-
-void Message::Deliver(const Dictionary& recipients, bool& sent) {
-  const Text content = TransValues(message_.Get(L"FMessage"_key)->ToText());
-  const Text title = message_.GetValue(L"FTitle"_key)->ToText();
-  auto users = Value::Integers(UserIds(recipients));
+void SendSystemMessage(const SystemMessage& message, bool& sent) {
   const auto properties = PropertyTable::ParseProps(GetPropsString());
   auto sender = properties.GetCurrentUserID();
   const MessageFile file(std::to_wstring(sender) + std::to_wstring(FileNumbers().NextFileNumber()));
-  file.WriteTempFile(content);
+  file.WriteTempFile(message.content);
   std::int32_t length = std::max(file.GetTempFileSize() - kLineEnd, std::int32_t{0});
   // The reader takes the carriage return along, so the array is one byte longer than the length passed beside it.
   auto bytes = Value::Bytes(file.ReadTempFile(length));
-  Text command = CommandText();
+  auto users = Value::Integers(message.users);
+  Text command = CommandText(message.classTypeId, message.billId);
   Component::Create(L"TavioAppCommand.Command")
-      .Call(L"SendMessage", properties.GetProp(L"ConnectString"), ByRef(bytes), ByRef(length), PreparedTitle(title),
-            ByRef(users), ByRef(sender), std::int16_t{0}, std::int16_t{1}, ByRef(command));
+      .Call(L"SendMessage", properties.GetProp(L"ConnectString"), ByRef(bytes), ByRef(length),
+            PreparedTitle(message.title), ByRef(users), ByRef(sender), std::int16_t{0}, std::int16_t{1},
+            ByRef(command));
   sent = true;
   file.Delete();
 }

@@ -1,45 +1,152 @@
-#include "foundation/environment/Operation.h"
-#include "foundation/values/Error.h"
 #include "message/Message.h"
 
-namespace tavio {
+#include "foundation/environment/Operation.h"
+#include "foundation/packages/Fields.h"
+#include "message/Recipients.h"
+#include "message/Translation.h"
+#include "message/VariableList.h"
+#include "message/VariableValues.h"
 
-void Message::RequireTemplate(TextView operation) const {
-  if (classType_ && tableInfo_) return;
-  throw Error::NotBound(L"TavioClassBillAction.Message." + Text(operation), L"请先设置本组件关联的业务对象模板信息!");
+namespace tavio {
+namespace {
+
+void RequireTemplate(const MessageState& state, const wchar_t* source) {
+  if (state.classType && state.tableInfo) return;
+  throw Error::NotBound(source, L"请先设置本组件关联的业务对象模板信息!");
 }
 
+// What a new package holds.
+void FillNew(const Dictionary& package) {
+  package.Set(L"FID"_key, Value(std::int16_t{0}));
+  package.Set(L"FTitle"_key, Value(L""));
+  package.Set(L"FMessage"_key, Value(L""));
+  package.Set(L"FMessageDescriptions"_key, Value(L""));
+  package.Set(L"FSendType"_key, Value(std::int16_t{1}));
+  const auto empty = Dictionary::New();
+  package.Set(L"MessageUsers"_key, empty.Clone());
+  package.Set(L"EmailUsers"_key, empty.Clone());
+  package.Set(L"SMSUsers"_key, empty.Clone());
+}
+
+// The list of the package, or a new one that the package does not know yet.
+Dictionary UsersOf(const Dictionary& package) {
+  auto users = PackageAt(package, L"MessageUsers"_key);
+  return users ? users : Dictionary::New();
+}
+
+}  // namespace
+
 void Message::NewMessage() noexcept {
-  Operation({.log = L"TavioClassBillAction.Message.NewMessage 新建消息",
-             .report = L"TavioClassBillAction.Message : NewMessage"},
-            [&] {
-              RequireTemplate(L"NewMessage");
-              message_ = Dictionary();  // gone too where no new one can be made
-              message_ = Dictionary::New();
-              message_.Set(L"FID"_key, Value(std::int16_t{0}));
-              message_.Set(L"FTitle"_key, Value(L""));
-              message_.Set(L"FMessage"_key, Value(L""));
-              message_.Set(L"FMessageDescriptions"_key, Value(L""));
-              message_.Set(L"FSendType"_key, Value(std::int16_t{1}));
-              const auto empty = Dictionary::New();
-              message_.Set(L"MessageUsers"_key, empty.Clone());
-              message_.Set(L"EmailUsers"_key, empty.Clone());
-              message_.Set(L"SMSUsers"_key, empty.Clone());
-            });
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.NewMessage 新建消息",
+                           .report = L"TavioClassBillAction.Message : NewMessage"};
+  Operation(kLabels, [&] {
+    RequireTemplate(state_, L"TavioClassBillAction.Message.NewMessage");
+    Keep(state_.package, Dictionary());  // gone too if no new one can be made
+    const auto package = Dictionary::New();
+    Keep(state_.package, package);
+    FillNew(package);
+  });
 }
 
 bool Message::SetMessage(const Dictionary& message) noexcept {
-  return Operation<bool>({.report = L"TavioClassBillAction.Message : SetMessage", .resultAfterFailure = Labels::kKept},
-                         [&](bool& accepted) {
-                           RequireTemplate(L"SetMessage");
-                           message_ = message;
-                           accepted = true;
-                           if (!message_ || message_.Count() == 0) return NewMessage();
-                           bool caption = true, value = false, name = false;
-                           const auto shown =
-                               TransMessage(message_.Get(L"FMessage"_key)->ToText(), caption, value, name);
-                           message_.Set(L"FMessageDescriptions"_key, Value(TextView(shown)));
-                         });
+  constexpr Labels kLabels{.report = L"TavioClassBillAction.Message : SetMessage", .resultAfterFailure = Labels::kKept};
+  return Operation<bool>(kLabels, [&](bool& accepted) {
+    RequireTemplate(state_, L"TavioClassBillAction.Message.SetMessage");
+    Keep(state_.package, message);
+    accepted = true;
+    if (!message || message.Count() == 0) return NewMessage();
+    bool caption = true, value = false, name = false;
+    const auto shown = TransMessage(message.Get(L"FMessage"_key)->ToText(), caption, value, name);
+    message.Set(L"FMessageDescriptions"_key, Value(TextView(shown)));
+  });
+}
+
+void Message::RefreshVariableList() noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表"};
+  Operation(kLabels, [&] {
+    RequireTemplate(state_, L"TavioClassBillAction.Message.RefreshVariableList");
+    const auto tableInfo = state_.tableInfo;
+    Keep(state_.variables, Dictionary());
+    Keep(state_.variableUsers, Dictionary());
+    const auto variables = Dictionary::New();
+    Keep(state_.variables, variables);
+    ListVariables(tableInfo, variables);
+    const auto users = Dictionary::New();
+    Keep(state_.variableUsers, users);
+    ListVariableUsers(tableInfo, users);
+  });
+}
+
+bool Message::AddVariable(const Dictionary& variable) noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元",
+                           .report = L"TavioClassBillAction.Message : AddVariable",
+                           .resultAfterFailure = Labels::kKept};
+  return Operation<bool>(kLabels, [&](bool& added) {
+    if (!IsVariable(variable)) return;
+    if (!state_.variables) RefreshVariableList();
+    const auto variables = state_.variables;
+    StoreVariable(variables, variable);
+    added = true;
+  });
+}
+
+bool Message::RefreshVariableValue(const Dictionary& data) noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.RefreshVariableValue 刷新消息可用变元内容",
+                           .report = L"TavioClassBillAction.Message : RefreshVariableValue"};
+  return Operation<bool>(kLabels, [&](bool& refreshed) {
+    RequireTemplate(state_, L"TavioClassBillAction.Message.RefreshVariableValue");
+    state_.billId = data.GetValue(L"FID"_key, Value(std::int32_t{0}))->ToInt32();
+    Keep(state_.bill, data);
+    if (!state_.variables) RefreshVariableList();
+    const auto variables = state_.variables, tableInfo = state_.tableInfo;
+    FillVariables(variables, tableInfo, PackageAt(data, L"Page1"_key));
+    refreshed = true;
+  });
+}
+
+Text Message::TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept {
+  TranslationFlags flags{transCaption, transValue, transName};
+  const auto variables = state_.variables, group = state_.groupInfo;
+  const auto translation = Translate(text, flags, variables, group);
+  transCaption = flags.caption;
+  transValue = flags.value;
+  transName = flags.name;
+  return translation;
+}
+
+bool Message::AddUser(std::int32_t user) noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.AddUser 向消息用户列表中加入用户",
+                           .report = L"TavioClassBillAction.Message : AddUser"};
+  return Operation<bool>(kLabels, [&](bool& added) {
+    if (!state_.package) NewMessage();
+    const auto package = state_.package;
+    const auto users = UsersOf(package);
+    AddRecipient(users, user, package);
+    package.Set(L"MessageUsers"_key, users.Clone());
+    added = true;
+  });
+}
+
+bool Message::RemoveUser(std::int32_t user) noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.RemoveUser 从消息用户列表中删除用户",
+                           .report = L"TavioClassBillAction.Message : RemoveUser",
+                           .resultAfterFailure = Labels::kKept};
+  return Operation<bool>(kLabels, [&](bool& removed) {
+    if (!state_.package) NewMessage();
+    const auto package = state_.package;
+    const auto users = UsersOf(package);
+    removed = RemoveRecipient(users, user);
+    package.Set(L"MessageUsers"_key, users.Clone());
+  });
+}
+
+bool Message::RemoveAllUsers() noexcept {
+  constexpr Labels kLabels{.report = L"TavioClassBillAction.Message : RemoveAllUsers"};
+  Operation(kLabels, [&] {
+    const auto package = state_.package;
+    if (package) package.Set(L"MessageUsers"_key, Dictionary::New());
+  });
+  return false;  // hosts have learnt not to look at it
 }
 
 }  // namespace tavio

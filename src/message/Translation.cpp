@@ -1,27 +1,23 @@
-#include <functional>
+#include "message/Translation.h"
+
 #include <unordered_map>
 
 #include "foundation/environment/Operation.h"
-#include "foundation/values/Error.h"
-#include "foundation/values/Text.h"
-#include "message/Message.h"
 #include "message/MessageTemplate.h"
 
 namespace tavio {
 namespace {
-
-using Translation = std::function<void(TextView name, Text& result)>;
 
 Error Refused(TextView reason) {
   return Error::System(kOwnError, reason, {}, L"TavioClassBillAction.Message.TransMessage");
 }
 
 // All three together are refused, while two are settled by precedence: hosts pass two and count on it.
-void SettleFlags(bool& caption, bool& value, bool& name) {
-  if (caption && value && name) throw Refused(L"不能同时翻译标题和内容!");
-  if (!caption && !value && !name) throw Refused(L"未指定需要进行何种翻译!");
-  if (name) caption = value = false;
-  if (caption) value = false;
+void Settle(TranslationFlags& flags) {
+  if (flags.caption && flags.value && flags.name) throw Refused(L"不能同时翻译标题和内容!");
+  if (!flags.caption && !flags.value && !flags.name) throw Refused(L"未指定需要进行何种翻译!");
+  if (flags.name) flags.caption = flags.value = false;
+  if (flags.caption) flags.value = false;
 }
 
 // A field may be there and hold nothing: that is a value too.
@@ -102,28 +98,27 @@ class ToNames {
   std::unordered_map<Text, Text> names_;
 };
 
-}  // namespace
-
-Text Message::TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept {
-  return Operation<Text>({.log = L"TavioClassBillAction.Message.TransMessage 翻译消息",
-                          .report = L"TavioClassBillAction.Message : TransMessage"},
-                         [&](Text& result) {
-                           SettleFlags(transCaption, transValue, transName);
-                           if (!variables_ || variables_.Count() == 0 || text.find(L'[') == TextView::npos) {
-                             result = text;
-                           } else if (transName) {
-                             result = RewriteBrackets(text, ToNames(variables_));
-                           } else if (transCaption) {
-                             result = RewriteBrackets(text, ToCaptions(variables_));
-                           } else {
-                             result = RewriteBrackets(text, ToValues(variables_, groupInfo_));
-                           }
-                         });
+Text Translated(TextView text, const TranslationFlags& flags, const Dictionary& variables, const Dictionary& group) {
+  if (!variables || variables.Count() == 0 || text.find(L'[') == TextView::npos) return Text(text);
+  if (flags.name) return RewriteBrackets(text, ToNames(variables));
+  if (flags.caption) return RewriteBrackets(text, ToCaptions(variables));
+  return RewriteBrackets(text, ToValues(variables, group));
 }
 
-Text Message::TransValues(TextView text) noexcept {
-  bool caption = false, value = true, name = false;
-  return TransMessage(text, caption, value, name);
+}  // namespace
+
+Text Translate(TextView text, TranslationFlags& flags, const Dictionary& variables, const Dictionary& group) noexcept {
+  constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.TransMessage 翻译消息",
+                           .report = L"TavioClassBillAction.Message : TransMessage"};
+  return Operation<Text>(kLabels, [&](Text& result) {
+    Settle(flags);
+    result = Translated(text, flags, variables, group);
+  });
+}
+
+Text TranslateToValues(TextView text, const Dictionary& variables, const Dictionary& group) noexcept {
+  TranslationFlags flags{.value = true};
+  return Translate(text, flags, variables, group);
 }
 
 }  // namespace tavio

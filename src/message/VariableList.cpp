@@ -1,5 +1,7 @@
-#include "foundation/environment/Operation.h"
-#include "message/Message.h"
+#include "message/VariableList.h"
+
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {
@@ -10,11 +12,11 @@ bool IsStored(const Dictionary& field) { return field.Get(L"FNeedSave"_key)->OrE
 
 // 12 is a field that is there for the platform only.
 bool IsVisible(const Dictionary& field) {
-  const auto visible = field.Get(L"FVisible"_key)->OrEmpty().ToInt32();
+  const auto visible = NumberAt(field, L"FVisible"_key);
   return visible != 0 && visible != 12;
 }
 
-bool HoldsUser(const Dictionary& field) { return field.Get(L"FLookUpType"_key)->OrEmpty().ToInt32() == kLookUpUser; }
+bool HoldsUser(const Dictionary& field) { return NumberAt(field, L"FLookUpType"_key) == kLookUpUser; }
 
 void AddEntry(const Dictionary& list, const Dictionary& field) {
   const Value name{TextView(field.Get(L"FKey"_key)->ToText())};
@@ -27,53 +29,36 @@ void AddEntry(const Dictionary& list, const Dictionary& field) {
 // Calls `visit` with the record of each header field, in order.
 template <class Visit>
 void ForEachHeaderField(const Dictionary& tableInfo, Visit&& visit) {
-  if (!tableInfo.Lookup(L"Page1"_key)) return;
-  const Dictionary page(*tableInfo.Get(L"Page1"_key));
-  const auto count = page.Count();
-  for (std::int32_t i = 1; i <= count; ++i) visit(Dictionary(*tableInfo.Get(page.At(i).BorrowKey())));
+  const auto page = tableInfo.Find(L"Page1"_key);
+  if (!page) return;
+  for (const auto& field : Entries(Dictionary(**page))) visit(Dictionary(*tableInfo.Get(field.BorrowKey())));
 }
 
 }  // namespace
 
-void Message::BuildVariables() {
-  variables_ = Dictionary();
-  variableUsers_ = Dictionary();
-  variables_ = Dictionary::New();
-  ForEachHeaderField(tableInfo_, [&](const Dictionary& field) {
-    if (IsStored(field) && IsVisible(field)) AddEntry(variables_, field);
+void ListVariables(const Dictionary& tableInfo, const Dictionary& variables) {
+  ForEachHeaderField(tableInfo, [&](const Dictionary& field) {
+    if (IsStored(field) && IsVisible(field)) AddEntry(variables, field);
   });
 }
 
-void Message::BuildVariableUsers() {
-  variableUsers_ = Dictionary::New();
-  ForEachHeaderField(tableInfo_, [&](const Dictionary& field) {
-    if (IsStored(field) && HoldsUser(field)) AddEntry(variableUsers_, field);
+void ListVariableUsers(const Dictionary& tableInfo, const Dictionary& variableUsers) {
+  ForEachHeaderField(tableInfo, [&](const Dictionary& field) {
+    if (IsStored(field) && HoldsUser(field)) AddEntry(variableUsers, field);
   });
 }
 
-void Message::RefreshVariableList() noexcept {
-  Operation({.log = L"TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表"}, [&] {
-    RequireTemplate(L"RefreshVariableList");
-    BuildVariables();
-    BuildVariableUsers();
-  });
+bool IsVariable(const Dictionary& variable) {
+  return variable && variable.Lookup(L"FName"_key) && variable.Lookup(L"FCaption"_key);
 }
 
-bool Message::AddVariable(const Dictionary& variable) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.Message.AddVariable 向消息变元列表中增加变元",
-                          .report = L"TavioClassBillAction.Message : AddVariable",
-                          .resultAfterFailure = Labels::kKept},
-                         [&](bool& added) {
-                           if (!variable || !variable.Lookup(L"FName"_key) || !variable.Lookup(L"FCaption"_key)) return;
-                           if (!variables_) RefreshVariableList();
-                           const auto entry = Dictionary::New();
-                           const auto name = variable.Get(L"FName"_key);
-                           entry.Set(L"FName"_key, *name);
-                           entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
-                           entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
-                           variables_.Set(KeyOf(*name), entry);
-                           added = true;
-                         });
+void StoreVariable(const Dictionary& variables, const Dictionary& variable) {
+  const auto entry = Dictionary::New();
+  const auto name = variable.Get(L"FName"_key);
+  entry.Set(L"FName"_key, *name);
+  entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
+  entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
+  variables.Set(KeyOf(*name), entry);
 }
 
 }  // namespace tavio

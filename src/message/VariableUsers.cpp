@@ -1,9 +1,10 @@
+#include "message/VariableUsers.h"
+
 #include <string>
 
 #include "foundation/environment/SharedProperties.h"
-#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
-#include "message/Message.h"
+#include "foundation/packages/Walk.h"
 #include "message/Recipients.h"
 
 namespace tavio {
@@ -11,7 +12,7 @@ namespace {
 
 constexpr std::int32_t kNobody = 0;
 
-// The user who works as an employee; nobody where there is none who may log in.
+// The user who works as an employee; nobody if there is none who may log in.
 std::int32_t UserOfEmployee(std::int32_t employee) {
   const auto classInfo = Component::Create(L"TavioMClass.ClassInfo");
   const Text sql = L"select FUserID from t_User where FEmpID=" + std::to_wstring(employee) + L" and FForbidden <> 1";
@@ -25,10 +26,8 @@ std::int32_t NumberIn(const Value& value) {
   return nothing ? kNobody : value.ToInt32();
 }
 
-}  // namespace
-
 // The user that a header field holds: an ID, or a looked-up user or employee.
-std::int32_t Message::UserOf(const Value& held) const {
+std::int32_t UserOf(const Value& held) {
   if (!held.IsObject()) return NumberIn(held);
   const Dictionary record(held);
   if (!record) return kNobody;
@@ -38,19 +37,14 @@ std::int32_t Message::UserOf(const Value& held) const {
   return employee == kNobody ? kNobody : UserOfEmployee(employee);
 }
 
-// Adds the users named by the bill's header fields to the recipients, in place. Excluded users are not let in again.
-Dictionary Message::WithVariableUsers(const Dictionary& recipients) const {
-  const Dictionary& bill = data_ ? data_ : bill_;
-  if (!variableUsers_ || !bill) return recipients;
-  const auto page = PackageAt(bill, L"Page1"_key);
-  if (!page) return recipients;
-  const auto count = variableUsers_.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto field = variableUsers_.At(i);
+}  // namespace
+
+void AddVariableUsers(const Dictionary& recipients, const Dictionary& variableUsers, const Dictionary& page,
+                      const Dictionary& package) {
+  for (const auto& field : Entries(variableUsers)) {
     const auto user = UserOf(*page.GetValue(field.BorrowKey()));
-    if (user != kNobody) AddRecipient(recipients, user, message_);
+    if (user != kNobody) AddRecipient(recipients, user, package);
   }
-  return ExcludeUsers(recipients);
 }
 
 }  // namespace tavio

@@ -1,32 +1,30 @@
-#include "foundation/environment/Operation.h"
+#include "message/VariableValues.h"
+
 #include "foundation/packages/Fields.h"
-#include "message/Message.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {
 
 // What a field shows of the record it refers to: the member that its template names for display, else the one it
-// stores. Empty where the record has neither.
+// stores. Empty if the record has neither.
 StoredValue ShownOf(const Dictionary& record, const Dictionary& field) {
   for (const auto* naming : {L"FDSP", L"FFLD"}) {
-    const auto member = field.GetValue(Key(TextView(naming)))->OrEmpty().ToText();
+    const auto member = TextAt(field, Key(TextView(naming)));
     const Key key{TextView(member)};
     if (!member.empty() && record.Lookup(key)) return record.Get(key);
   }
   return StoredValue(Value());
 }
 
-}  // namespace
-
 // The record of a header or entry field; unset for a variable that the host added.
-Dictionary Message::FieldOf(const Key& key) const {
-  const auto field = tableInfo_.GetValue(key);
+Dictionary FieldOf(const Dictionary& tableInfo, const Key& key) {
+  const auto field = tableInfo.GetValue(key);
   return field->IsObject() ? Dictionary(*field) : Dictionary();
 }
 
-void Message::FillVariable(const Key& name, const Dictionary& variable, const Dictionary& page) const {
-  const auto field = FieldOf(name);
-  const bool onHeader = !field || field.GetValue(L"FEntryType"_key, Value(std::int32_t{0}))->OrEmpty().ToInt32() == 0;
+void FillVariable(const Key& name, const Dictionary& variable, const Dictionary& field, const Dictionary& page) {
+  const bool onHeader = !field || NumberAt(field, L"FEntryType"_key, 0) == 0;
   if (onHeader && page && page.Lookup(name)) {
     const auto held = page.Get(name);
     if (!held->HoldsObject()) return variable.Set(L"FValue"_key, *held);
@@ -38,22 +36,13 @@ void Message::FillVariable(const Key& name, const Dictionary& variable, const Di
   if (field && variable.Lookup(L"FValue"_key)) variable.Remove(L"FValue"_key);
 }
 
-bool Message::RefreshVariableValue(const Dictionary& data) noexcept {
-  return Operation<bool>({.log = L"TavioClassBillAction.Message.RefreshVariableValue 刷新消息可用变元内容",
-                          .report = L"TavioClassBillAction.Message : RefreshVariableValue"},
-                         [&](bool& refreshed) {
-                           RequireTemplate(L"RefreshVariableValue");
-                           billId_ = data.GetValue(L"FID"_key, Value(std::int32_t{0}))->ToInt32();
-                           bill_ = data;
-                           if (!variables_) RefreshVariableList();
-                           const auto page = PackageAt(data, L"Page1"_key);
-                           const auto count = variables_.Count();
-                           for (std::int32_t i = 1; i <= count; ++i) {
-                             const auto entry = variables_.At(i);
-                             FillVariable(entry.BorrowKey(), Dictionary(entry.Stored()), page);
-                           }
-                           refreshed = true;
-                         });
+}  // namespace
+
+void FillVariables(const Dictionary& variables, const Dictionary& tableInfo, const Dictionary& page) {
+  for (const auto& variable : Entries(variables)) {
+    const auto name = variable.BorrowKey();
+    FillVariable(name, variable.Record(), FieldOf(tableInfo, name), page);
+  }
 }
 
 }  // namespace tavio

@@ -71,7 +71,10 @@ class RecipientDialogTest : public LibraryTest {
  protected:
   RecipientDialogTest() {
     props->props = L"UserID=16394;ConnectString={Server=a;Database=b};";
-    command_.On(L"SendMessage", [this](Arguments& a) { receivers = a.At(4).ToIntegers(); });
+    command_.On(L"SendMessage", [this](Arguments& a) {
+      receivers = a.At(4).ToIntegers();
+      taken = Show(List({static_cast<std::int32_t>(a.At(1).ToBytes().size()), a.At(3), a.At(8)}));
+    });
     message.ClassType(Record({}));
     message.TableInfo(Record({}));
     message.MustSelectMsgUser(true);
@@ -99,7 +102,8 @@ class RecipientDialogTest : public LibraryTest {
 
   Message message;
   Dictionary users = Record({});
-  Ids receivers;  // of what was sent
+  Ids receivers;      // of what was sent
+  std::string taken;  // its bytes, title and command text
 
  private:
   // The window is shown, and has the focus, once its own message loop runs a timer.
@@ -198,6 +202,34 @@ TEST_F(RecipientDialogTest, LeavesTheHostAsItWas) {
   EXPECT_TRUE(IsWindowEnabled(host));
   EXPECT_EQ(GetFocus(), host);
   DestroyWindow(host);
+}
+
+TEST_F(RecipientDialogTest, HostThatGoesOnDoesNotChangeTheSending) {
+  const auto lookUp = [](std::int32_t type) {
+    return Record({{L"f", Record({{L"FKey", L"f"}, {L"FNeedSave", 1}, {L"FVisible", 1}, {L"FLookUpType", type}})},
+                   {L"Page1", Record({{L"f", 1}})}});
+  };
+  message.ClassTypeID(5);
+  message.TableInfo(lookUp(7));
+  message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", Record({{L"f", 9}})}}));
+  message.ExcludeUser(List({2}));
+  Send(
+      [&](const RecipientWindow& window) {
+        message.ClassTypeID(1003000);
+        message.TableInfo(lookUp(0));
+        message.RefreshVariableList();
+        message.RefreshVariableValue(Record({{L"FID", 78}}));
+        message.Data(Record({{L"Page1", Record({{L"f", 10}})}}));
+        message.ExcludeUser({});
+        message.GroupInfo(Record({{L"FCode", L"mnuEditUse"}}));
+        message.NewMessage();
+        message.SelectedUser(Record({}));
+        window.Press(VK_RETURN);
+      },
+      L"标题");
+  EXPECT_EQ(receivers, (Ids{1, 3, 9}));
+  EXPECT_EQ(taken, R"([5, "标题", "FUNCID:-1|FFlag:5|FInterID:77"])");
+  EXPECT_EQ(message.SelectedUser().Count(), 3) << "which the object itself keeps";
 }
 
 TEST_F(RecipientDialogTest, MissingNamesComeFromThePlatformIntoTheEntries) {

@@ -11,6 +11,8 @@ std::int32_t ShowMessage(TextView text, std::int32_t style, TextView title) {
   return MessageBoxW(owner, Text(text).c_str(), shownTitle.c_str(), static_cast<UINT>(style) | modality);
 }
 
+void Warn(TextView text) { ShowMessage(LoadResText(text), kWarning, kTitle); }
+
 Text Describe(const Error& error) { return error.Description(LoadResText(error.SystemText())); }
 
 void ReportFailure(TextView label, const Error& error) {

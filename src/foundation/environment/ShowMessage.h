@@ -13,6 +13,9 @@ inline constexpr std::int32_t kWarning = 48;
 // message box. The title "Morla提示" is localised, any other is shown as it is.
 std::int32_t ShowMessage(TextView text, std::int32_t style, TextView title);
 
+// Tells the user one of the system's own Chinese texts, localised, in the warning box.
+void Warn(TextView text);
+
 // What the user reads of a failure: its text localised, and its detail.
 Text Describe(const Error& error);
 

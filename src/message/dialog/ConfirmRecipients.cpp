@@ -1,5 +1,6 @@
+#include "message/dialog/ConfirmRecipients.h"
+
 #include "foundation/environment/Operation.h"
-#include "message/Message.h"
 #include "message/dialog/frmMsgUser.h"
 
 namespace tavio {
@@ -14,13 +15,12 @@ void Empty(const Dictionary& recipients) {
 
 }  // namespace
 
-// Failures are silent: the recipients stay as they are, and sending goes on.
-void Message::ConfirmRecipients(Dictionary& recipients) const {
+void ConfirmRecipients(Dictionary& recipients, const Dictionary& package) noexcept {
   Operation({}, [&] {
     RecipientSelection selection;
     selection.UserDct(recipients);
     if (!selection.InitForm()) return;
-    frmMsgUser(selection, message_.GetValue(L"FTitle"_key)->ToText()).Show();
+    frmMsgUser(selection, package.GetValue(L"FTitle"_key)->ToText()).Show();
     if (selection.ShowResult()) {
       recipients = selection.UserDct();
     } else {

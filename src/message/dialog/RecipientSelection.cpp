@@ -26,7 +26,7 @@ Text NameOf(const Dictionary& entry) {
   return IsName(*name) ? name->ToText() : kUnknown;
 }
 
-// Empty where the record set has no such field, or the record no value in it.
+// Empty if the record set has no such field, or the record no value in it.
 Text FieldText(const RecordSet& user, const wchar_t* field) try {
   const Value value = user.Field(field);
   return IsName(value) ? value.ToText() : Text();
