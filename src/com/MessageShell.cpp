@@ -28,18 +28,10 @@ STDMETHODIMP MessageShell::put_ClassTypeID(LONG value) {
 STDMETHODIMP MessageShell::get_ClassTypeID(LONG* result) {
   return Give(result, [&] { return message_.ClassTypeID(); });
 }
-STDMETHODIMP MessageShell::putref_Data(IDispatch* value) {
-  return Do([&] { message_.Data(AsDictionary(value)); });
-}
-STDMETHODIMP MessageShell::putref_ClassType(IDispatch* value) {
-  return Do([&] { message_.ClassType(AsDictionary(value)); });
-}
-STDMETHODIMP MessageShell::putref_TableInfo(IDispatch* value) {
-  return Do([&] { message_.TableInfo(AsDictionary(value)); });
-}
-STDMETHODIMP MessageShell::putref_ClassTypeEntry(IDispatch* value) {
-  return Do([&] { message_.ClassTypeEntry(AsVector(value)); });
-}
+STDMETHODIMP MessageShell::putref_Data(IDispatch* value) { return Keep(&Message::Data, value); }
+STDMETHODIMP MessageShell::putref_ClassType(IDispatch* value) { return Keep(&Message::ClassType, value); }
+STDMETHODIMP MessageShell::putref_TableInfo(IDispatch* value) { return Keep(&Message::TableInfo, value); }
+STDMETHODIMP MessageShell::putref_ClassTypeEntry(IDispatch* value) { return Keep(&Message::ClassTypeEntry, value); }
 STDMETHODIMP MessageShell::put_MustSelectMsgUser(VARIANT_BOOL value) {
   return Do([&] { message_.MustSelectMsgUser(value != VARIANT_FALSE); });
 }
@@ -53,9 +45,7 @@ STDMETHODIMP MessageShell::putref_GroupInfo(VARIANT value) {
     message_.GroupInfo(Dictionary(given));
   });
 }
-STDMETHODIMP MessageShell::putref_ExcludeUser(IDispatch* value) {
-  return Do([&] { message_.ExcludeUser(AsVector(value)); });
-}
+STDMETHODIMP MessageShell::putref_ExcludeUser(IDispatch* value) { return Keep(&Message::ExcludeUser, value); }
 STDMETHODIMP MessageShell::SetMessage(IDispatch* message, VARIANT_BOOL* result) {
   return Give(result, [&] { return message_.SetMessage(AsDictionary(message)); });
 }
@@ -80,9 +70,7 @@ STDMETHODIMP MessageShell::SendSMS(VARIANT_BOOL* result) {
 STDMETHODIMP MessageShell::get_SelectedUser(IDispatch** result) {
   return Give(result, [&] { return message_.SelectedUser(); });
 }
-STDMETHODIMP MessageShell::putref_SelectedUser(IDispatch* value) {
-  return Do([&] { message_.SelectedUser(AsDictionary(value)); });
-}
+STDMETHODIMP MessageShell::putref_SelectedUser(IDispatch* value) { return Keep(&Message::SelectedUser, value); }
 STDMETHODIMP MessageShell::SendMessage(IDispatch* recipients, VARIANT_BOOL* result) {
   return Give(result, [&] { return message_.SendMessage(AsDictionary(recipients)); });
 }
@@ -98,8 +86,9 @@ STDMETHODIMP MessageShell::RemoveAllUsers(VARIANT_BOOL* result) {
 STDMETHODIMP MessageShell::TransMessage(BSTR text, VARIANT_BOOL* transCaption, VARIANT_BOOL* transValue,
                                         VARIANT_BOOL* transName, BSTR* result) {
   return Give(result, [&] {
+    const Text held(ViewOf(text));  // the caller's own variable, which code of the host's may change meanwhile
     Flag caption(transCaption), value(transValue), name(transName);
-    return message_.TransMessage(ViewOf(text), caption.Get(), value.Get(), name.Get());
+    return message_.TransMessage(held, caption.Get(), value.Get(), name.Get());
   });
 }
 STDMETHODIMP MessageShell::GetVariableUser(IDispatch** result) {

@@ -41,6 +41,12 @@ class MessageShell final : public Shell<_Message> {
   STDMETHODIMP SendShortMessage(VARIANT_BOOL* result) override;
 
  private:
+  // A property that keeps the package it is given.
+  template <class Handle>
+  HRESULT Keep(void (Message::*property)(Handle) noexcept, IDispatch* value) {
+    return Do([&] { (message_.*property)(Handle(ComPtr<IDispatch>(value))); });
+  }
+
   Message message_;
 };
 
