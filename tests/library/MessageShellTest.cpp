@@ -63,6 +63,7 @@ TEST_F(MessageShellTest, WhatIsReplacedMayCallBackAsItGoes) {
       {"SelectedUser", [&](IDispatch* package) { return message->putref_SelectedUser(package); }},
       {"RefreshVariableValue", [&](IDispatch* p) { return message->RefreshVariableValue(&p, &done); }},
   };
+  props->props = L"";  // nothing is sent
   ForeignRecord foreign(Record({{L"FID", 1}, {L"FCode", L"x"}, {L"FMessage", L""}}));
   for (const auto& c : cases) {
     SCOPED_TRACE(c.property);
