@@ -196,23 +196,26 @@ class TransMessageTest : public MessageTest {
 TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
   const auto values = Record({{L"no", 7}, {L"bare", 2.5}});
   const auto editing = Record({{L"no", 7}, {L"bare", 2.5}, {L"FCode", L"mnuEditUse"}});
+  ForeignRecord plainest(values);
+  plainest.On(L"GetValue", Failing(L"GetValue"));
   const struct {
-    const char *flags, *settled;  // caption, value and name, where they are set
+    const char *row, *flags, *settled;  // caption, value and name, if they are set
     Dictionary group;
     const wchar_t *text, *translation;
   } cases[] = {
-      {"c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
-      {"cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
-      {"v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
-      {"v", "v", values, L"[no][open][bare][none]", L"52.5[none]"},
-      {"v", "v", editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
-      {"v", "v", ForeignRecord(values).Handle(), L"[no][open][bare][none]", L"52.5[none]"},
-      {"n", "n", {}, L"[单号][DATE][date][no]", L"[no][date][date][no]"},
-      {"vn", "n", {}, L"[单号]", L"[no]"},
-      {"v", "v", {}, L"]a[b[no]c]", L"]a[b[no]c]"},
+      {"captions", "c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
+      {"captions before values", "cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
+      {"values", "v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
+      {"a group fills", "v", "v", values, L"[no][open][bare][none]", L"52.5[none]"},
+      {"a group rules", "v", "v", editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
+      {"a host's group", "v", "v", plainest.Handle(), L"[no][open][bare][none]", L"52.5[none]"},
+      {"names", "n", "n", {}, L"[单号][DATE][date][no][]", L"[no][date][date][no][void]"},
+      {"names before values", "vn", "n", {}, L"[单号]", L"[no]"},
+      {"brackets in a name", "v", "v", {}, L"]a[b[no]c]", L"]a[b[no]c]"},
+      {"an open bracket", "n", "n", {}, L"[abc", L"[abc"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     message.GroupInfo(c.group);
     const auto given = [&](char flag) { return std::string(c.flags).find(flag) != std::string::npos; };
     bool caption = given('c'), value = given('v'), name = given('n');
@@ -220,6 +223,18 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
     EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), c.settled);
     EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 1");
   }
+}
+
+TEST_F(TransMessageTest, CaptionsAreSoughtAsFarAsTheTextNeedsThem) {
+  message.GetVariableList().Set(L"spoilt"_key, Value(L"no record"));
+  const auto names = [&](const wchar_t* text) {
+    bool caption = false, value = false, name = true;
+    return Utf8(message.TransMessage(text, caption, value, name));
+  };
+  EXPECT_EQ(names(L"[DATE][单号][][abc"), "[date][no][void][abc");
+  EXPECT_EQ(boxes.Take(), Boxes{});
+  EXPECT_EQ(names(L"[单号][nobody's]"), "");
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«类型不匹配»")});
 }
 
 }  // namespace
