@@ -24,7 +24,7 @@ bool RemoveRecipient(const Dictionary& recipients, std::int32_t user) {
 void RemoveRecipients(const Dictionary& recipients, const Vector& users) {
   if (!users) return;
   for (const auto& user : Items(users)) {
-    const Key key = KeyOf(*user);
+    const Key key(TextView(user->ToText()));
     if (recipients.Lookup(key)) recipients.Remove(key);
   }
 }

@@ -151,24 +151,27 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
   const auto looked = [](const Item& shown, const Item& stored) {
     return Record({{L"FKey", L"a"}, {L"FNeedSave", 1}, {L"FVisible", 1}, {L"FDSP", shown}, {L"FFLD", stored}});
   };
-  const auto record = Record({{L"FName", L"张三"}, {L"FItemID", 3}});
+  const auto record = Record({{L"FName", L"张三"}, {L"FNick", Value()}, {L"FItemID", 3}});
   const auto plain = FieldOf(L"a", 1, 1, 0);
   auto onEntry = FieldOf(L"a", 1, 1, 0);
   onEntry.Set(L"FEntryType"_key, Value(Short(1)));
   const struct {
+    const char* row;
     Dictionary field, page;
     const char* value;
   } cases[] = {
-      {plain, Record({{L"a", Short(5)}}), "5s"},
-      {plain, Record({{L"b", 5}}), "absent"},
-      {onEntry, Record({{L"a", 5}}), "absent"},
-      {looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"("张三")"},
-      {looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), "3"},
-      {looked(Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), "3"},
+      {"a plain field", plain, Record({{L"a", Short(5)}}), "5s"},
+      {"another field's", plain, Record({{L"b", 5}}), "absent"},
+      {"on an entry", onEntry, Record({{L"a", 5}}), "absent"},
+      {"shown", looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"("张三")"},
+      {"shown empty", looked(L"FNick", L"FItemID"), Record({{L"a", record}}), "empty"},
+      {"stored", looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), "3"},
+      {"stored, a host's page", looked(Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), "3"},
+      {"neither", looked(L"FNumber", L""), Record({{L"a", record}}), "absent"},
   };
   message.AddVariable(Variable(L"own", L"", 1));
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     Fields({{L"a", c.field}});
     const auto variable = PackageAt(message.GetVariableList(), L"a"_key), own = Variable(L"own", L"", 1);
     variable.Set(L"FValue"_key, Value(L"old"));
@@ -177,6 +180,24 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
     EXPECT_EQ(variable.Lookup(L"FValue"_key) ? Show(*variable.Get(L"FValue"_key)) : "absent", c.value);
     EXPECT_EQ(Show(*message.GetVariableList().Get(L"own"_key)), Show(own));
   }
+}
+
+TEST_F(MessageTest, HostMayChangeTheListWhileItsPageIsRead) {
+  const auto add = [&](int first, int last) {
+    for (int i = first; i < last; ++i) message.AddVariable(Variable((L"variable " + std::to_wstring(i)).c_str(), L""));
+  };
+  add(100, 200);
+  const auto list = message.GetVariableList(), last = PackageAt(list, L"variable 199"_key);
+  ForeignRecord page(Record({}));
+  page.On(L"Lookup", [&](Arguments& a) {
+    if (!a.At(0).EqualsText(L"variable 199")) return false;
+    list.Remove(L"variable 199"_key);
+    add(200, 400);  // one of which gets the room of the removed key
+    return true;
+  });
+  page.On(L"Value", [](Arguments& a) { return a.At(0); });
+  EXPECT_TRUE(message.RefreshVariableValue(Record({{L"Page1", page.Handle()}})));
+  EXPECT_EQ(Show(*last.Get(L"FValue"_key)), R"("variable 199")");
 }
 
 class TransMessageTest : public MessageTest {
