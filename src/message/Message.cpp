@@ -56,7 +56,7 @@ bool Message::SetMessage(const Dictionary& message) noexcept {
     accepted = true;
     if (!message || message.Count() == 0) return NewMessage();
     bool caption = true, value = false, name = false;
-    const auto shown = TransMessage(message.Get(L"FMessage"_key)->ToText(), caption, value, name);
+    const auto shown = TransMessage(message.Get(L"FMessage"_key)->OrEmpty().ToText(), caption, value, name);
     message.Set(L"FMessageDescriptions"_key, Value(TextView(shown)));
   });
 }
@@ -95,7 +95,7 @@ bool Message::RefreshVariableValue(const Dictionary& data) noexcept {
                            .report = L"TavioClassBillAction.Message : RefreshVariableValue"};
   return Operation<bool>(kLabels, [&](bool& refreshed) {
     RequireTemplate(state_, L"TavioClassBillAction.Message.RefreshVariableValue");
-    state_.billId = data.GetValue(L"FID"_key, Value(std::int32_t{0}))->ToInt32();
+    state_.billId = NumberAt(data, L"FID"_key, 0);
     state_.bill = data;
     if (!state_.variables) RefreshVariableList();
     const auto variables = state_.variables, tableInfo = state_.tableInfo;

@@ -85,6 +85,12 @@ TEST_F(DeliveryTest, GatewaysTakeOneRequestToTheListedUsers) {
   EXPECT_TRUE(message.SendShortMessage());
   EXPECT_EQ(requests, (Strings{Mail("ann@x.com;bob@x.com"), ShortMessage("13800000001,13800000002")}));
   EXPECT_EQ(asked, Strings(2, "U [{FUserID: 1}, {FUserID: 2}]"));
+  for (const auto* field : {L"FTitle", L"FMessage"}) package.Set(Key(TextView(field)), Value::Null());
+  EXPECT_TRUE(message.SendShortMessage());
+  EXPECT_NE(requests.back().find(R"(SMContent: " : ",)"), std::string::npos) << requests.back();
+  answer = Value(L"");
+  EXPECT_TRUE(SendEmail());
+  EXPECT_NE(requests.back().find(R"(Subject: "", Body: "",)"), std::string::npos) << requests.back();
 }
 
 TEST_F(DeliveryTest, PrintedBillIsAttachedUnderTheObjectsName) {

@@ -8,12 +8,6 @@ namespace {
 const char kNew[] = R"({FID: 0s, FTitle: "", FMessage: "", FMessageDescriptions: "", FSendType: 1s, )"
                     R"(MessageUsers: {}, EmailUsers: {}, SMSUsers: {}})";
 
-Value Null() {
-  Value null;
-  null.InPlace()->vt = VT_NULL;
-  return null;
-}
-
 Dictionary Variable(const wchar_t* name, const Item& caption, const Item& value = Value()) {
   return Record({{L"FName", name}, {L"FCaption", caption}, {L"FValue", value}});
 }
@@ -122,9 +116,9 @@ TEST_F(MessageTest, EachEditOfTheUsersGivesThePackageANewList) {
 }
 
 TEST_F(MessageTest, StoredAndVisibleHeaderFieldsAreVariables) {
-  Fields({{L"a", FieldOf(L"a", 1, 4, Null())},
-          {L"b", FieldOf(L"b", Null(), 4, 7)},
-          {L"b2", FieldOf(L"b", 1, Null(), 0)},
+  Fields({{L"a", FieldOf(L"a", 1, 4, Value::Null())},
+          {L"b", FieldOf(L"b", Value::Null(), 4, 7)},
+          {L"b2", FieldOf(L"b", 1, Value::Null(), 0)},
           {L"c", FieldOf(L"c", true, 12, 7)},
           {L"d", FieldOf(L"d", -1, 0, L"7")},
           {L"e", FieldOf(L"e", L"1", L"8", 7.0)},
@@ -166,7 +160,8 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
       {"shown", looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"("张三")"},
       {"shown empty", looked(L"FNick", L"FItemID"), Record({{L"a", record}}), "empty"},
       {"stored", looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), "3"},
-      {"stored, a host's page", looked(Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), "3"},
+      {"stored, a host's page", looked(Value::Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(),
+       "3"},
       {"neither", looked(L"FNumber", L""), Record({{L"a", record}}), "absent"},
   };
   message.AddVariable(Variable(L"own", L"", 1));

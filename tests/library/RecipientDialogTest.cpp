@@ -86,7 +86,7 @@ class RecipientDialogTest : public LibraryTest {
   }
 
   // Sends to `users` while a person does `actions`.
-  bool Send(const Actions& actions, const Text& title = {}) {
+  bool Send(const Actions& actions, const Item& title = Value()) {
     message.SetMessage(Record({{L"FTitle", title}, {L"FMessage", L"内容"}, {L"MessageUsers", users}}));
     receivers.clear();
     int shown = 0;
@@ -163,7 +163,7 @@ TEST_F(RecipientDialogTest, EveryWayOutIsAnAnswer) {
       for (const UINT key : c.keys) window.Press(key);
       if (c.leave) c.leave(window);
     };
-    EXPECT_EQ(Send(actions), !c.receivers.empty());
+    EXPECT_EQ(Send(actions, Value::Null()), !c.receivers.empty());
     EXPECT_EQ(receivers, c.receivers);
     EXPECT_EQ(message.SelectedUser().Count(), static_cast<std::int32_t>(c.receivers.size()));
   }

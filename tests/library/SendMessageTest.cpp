@@ -40,7 +40,7 @@ class SendMessageTest : public LibraryTest {
   }
   ~SendMessageTest() override { RemoveFiles(); }
 
-  void Take(const wchar_t* text, const Text& caption, const Item& to) {
+  void Take(const Item& text, const Item& caption, const Item& to) {
     message.SetMessage(Record({{L"FID", 1}, {L"FTitle", caption}, {L"FMessage", text}, {L"MessageUsers", to}}));
   }
   Value Receive(Arguments& a) {
@@ -90,6 +90,13 @@ TEST_F(SendMessageTest, CommandTakesTheMessageInBytes) {
   EXPECT_EQ(title, L"a\x14\nb" + Text(46, L'长')) << "control character 20 for the carriage return, and 50 in all";
   EXPECT_EQ(content, "\r");
   EXPECT_EQ(rest, R"(["Provider=x;Server=y", 0, 16394, 0s, 1s, "FUNCID:63510509|FFlag:1|FInterID:77"])");
+
+  message.RefreshVariableValue(Record({{L"FID", Value::Null()}}));
+  Take(Value::Null(), Value::Null(), Users({3}));
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(title, L"");
+  EXPECT_EQ(content, "\r");
+  EXPECT_TRUE(rest.ends_with("FInterID:0\"]")) << rest;
 }
 
 TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
