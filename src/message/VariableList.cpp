@@ -31,7 +31,7 @@ template <class Visit>
 void ForEachHeaderField(const Dictionary& tableInfo, Visit&& visit) {
   const auto page = tableInfo.Find(L"Page1"_key);
   if (!page) return;
-  for (const auto& field : Entries(Dictionary(**page))) visit(Dictionary(*tableInfo.Get(field.BorrowKey())));
+  for (const auto& field : Entries(Dictionary(**page))) visit(Dictionary(*tableInfo.Get(Key(field.KeyView()))));
 }
 
 }  // namespace

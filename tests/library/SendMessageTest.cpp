@@ -110,22 +110,27 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
     return Value(sql.find("=41 ") == std::string::npos ? nobody.New() : found.New());
   });
   const struct {
+    const char* row;
     Dictionary given;
     Item held;
     std::vector<std::int32_t> sentTo;
   } cases[] = {
-      {{}, L"9", {3, 7, 9}},
-      {{}, 5, {3, 7}},  // excluded
-      {{}, Record({{L"FUserID", 0}, {L"FEmpID", 41}}), {3, 7, 11}},
-      {{}, Record({{L"FEmpID", 42}}), {3, 7}},
-      {Users({5, 8, 6}), 9, {8, 9}},
-      {Users({5}), Value(), {}},
+      {"a user", {}, L"9", {3, 7, 9}},
+      {"an excluded user", {}, 5, {3, 7}},
+      {"no number", {}, L"张三", {3, 7}},
+      {"beyond 32 bits", {}, L"2147483648", {3, 7}},
+      {"a Boolean", {}, true, {3, 7}},
+      {"a null", {}, Value::Null(), {3, 7}},
+      {"an employee", {}, Record({{L"FUserID", L"?"}, {L"FEmpID", 41}}), {3, 7, 11}},
+      {"an employee who is no user", {}, Record({{L"FEmpID", 42}}), {3, 7}},
+      {"given recipients", Users({5, 8, 6}), 9, {8, 9}},
+      {"nobody is left", Users({5}), Value(), {}},
   };
   message.TableInfo(info);
   message.RefreshVariableList();
   message.ExcludeUser(List({5, L"6", 100.0}));
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     Take(L"a", L"b", Users({3, 5, 7}));
     message.Data(Record({{L"Page1", Record({{L"FBiller", c.held}})}}));
     users.clear();
