@@ -18,8 +18,9 @@ Text TypeOf(const Dictionary& entry) {
 }
 
 std::int32_t IdOf(TextView key, const Dictionary& entry) {
-  if (entry && entry.Lookup(L"FUserID"_key)) return entry.Get(L"FUserID"_key)->ToInt32();
-  return Value(key).ToInt32();
+  const auto id = entry ? entry.Find(L"FUserID"_key) : std::nullopt;
+  const bool known = id && !(*id)->IsNull() && !(*id)->EqualsText(L"");
+  return known ? (*id)->ToInt32() : Value(key).ToInt32();
 }
 
 void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
@@ -38,14 +39,16 @@ void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
 Dictionary GroupedByType(const Dictionary& recipients) {
   const auto groups = Dictionary::New();
   for (const auto& recipient : Entries(recipients)) {
+    const Text key(recipient.KeyView());
     const auto entry = recipient.Stored().HoldsObject() ? recipient.Record() : Dictionary();
-    AddTo(groups, TypeOf(entry), IdOf(recipient.KeyView(), entry));
+    AddTo(groups, TypeOf(entry), IdOf(key, entry));
   }
   return groups;
 }
 
-Value UserInfoExOf(const Component& users) {
-  return HasMember(users.Object().Get(), kUserInfoEx) ? users.Read(kUserInfoEx) : Value(L"");
+// Without it the recipients are known all the same.
+Value UserInfoExOf(const Component& users) try { return users.Read(kUserInfoEx); } catch (const Error&) {
+  return Value(L"");
 }
 
 void AddField(const Vector& users, const Key& field, AddressList& list) {
