@@ -86,9 +86,9 @@ STDMETHODIMP MessageShell::RemoveAllUsers(VARIANT_BOOL* result) {
 STDMETHODIMP MessageShell::TransMessage(BSTR text, VARIANT_BOOL* transCaption, VARIANT_BOOL* transValue,
                                         VARIANT_BOOL* transName, BSTR* result) {
   return Give(result, [&] {
-    const Text held(ViewOf(text));  // the caller's own variable, which code of the host's may change meanwhile
+    const auto given = Copied(text);
     Flag caption(transCaption), value(transValue), name(transName);
-    return message_.TransMessage(held, caption.Get(), value.Get(), name.Get());
+    return message_.TransMessage(given, caption.Get(), value.Get(), name.Get());
   });
 }
 STDMETHODIMP MessageShell::GetVariableUser(IDispatch** result) {

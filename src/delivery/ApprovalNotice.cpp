@@ -5,7 +5,9 @@
 #include <vector>
 
 #include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 namespace {
@@ -19,13 +21,9 @@ void ForEachRecord(const Value& package, Visit&& visit) {
   const auto object = package.ToObject();
   if (!object) return;
   if (HasMember(object.Get(), L"Lookup")) {
-    const Dictionary records(object);
-    const auto count = records.Count();
-    for (std::int32_t i = 1; i <= count; ++i) visit(Dictionary(records.At(i).Stored()));
+    for (const auto& record : Entries(Dictionary(object))) visit(record.Record());
   } else {
-    const Vector records(object);
-    const auto count = records.Count();
-    for (std::int32_t i = 1; i <= count; ++i) visit(records.Record(i));
+    for (const auto& record : Records(Vector(object))) visit(record);
   }
 }
 
@@ -36,11 +34,10 @@ void AppendJoined(Text& list, TextView item) {
 
 Vector CandidatesOf(const Dictionary& recipients, std::int32_t billId) {
   const auto candidates = Vector::New();
-  const auto count = recipients.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
+  for (const auto& recipient : Entries(recipients)) {
     const auto candidate = Dictionary::New();
     candidate.Set(L"FID"_key, Value(billId));
-    candidate.Set(L"FUserID"_key, Value(Value(recipients.At(i).KeyView()).ToInt32()));
+    candidate.Set(L"FUserID"_key, Value(Value(recipient.KeyView()).ToInt32()));
     candidates.Add(candidate);
   }
   return candidates;
@@ -52,7 +49,7 @@ Text UsersToTell(Vector candidates) {
   const auto platform = Component::Create(L"TavioMSmsManager.clsBillUseInfo");
   const auto told = platform.Call(L"GetIsUserNeedSend", GetPropsString(), ByRef(candidates), kApprovalNotice);
   ForEachRecord(told, [&](const Dictionary& user) {
-    if (!user.GetValue(L"FIsNeedSend"_key)->OrEmpty().ToBool()) return;
+    if (!FlagAt(user, L"FIsNeedSend"_key)) return;
     AppendJoined(users, std::to_wstring(user.GetValue(L"FUserID"_key)->ToInt32()));
   });
   return users;

@@ -2,9 +2,13 @@
 
 #include <windows.h>
 
+#include <algorithm>
+#include <cstring>
+#include <string>
+#include <vector>
+
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
-#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 
 namespace tavio {
@@ -15,58 +19,44 @@ constexpr const wchar_t* kEmailSettings[] = {
     L"txtRZPassword", L"SendOnTimeAccount", L"SendOnTimePassword", L"txtRecivePassword",
 };
 
-Dictionary OrEmpty(const Value& section) {
-  const Dictionary settings(section);
-  return settings ? settings : Dictionary::New();
-}
+using Source = Dictionary (*)(const wchar_t* section);
 
-Dictionary Profile(const Dictionary& sms, const Dictionary& email) {
-  const auto profile = Dictionary::New();
-  profile.Set(L"sms"_key, sms);
-  profile.Set(L"email"_key, email);
-  return profile;
-}
-
-Dictionary ClientProfile() {
+Dictionary FromClient(const wchar_t* section) {
   const auto profile = Component::Create(L"TavioClientBase.UserProfile");
   profile.Assign(L"UserIndependent", Value(true));
-  const auto load = [&](const wchar_t* section) { return OrEmpty(profile.Call(L"Load", section, L"Setting")); };
-  const auto sms = load(L"Base_SMS");
-  return Profile(sms, load(L"Base_EMAIL"));
+  return Dictionary(profile.Call(L"Load", section, L"Setting"));
 }
 
-Dictionary ServerProfile() {
+Dictionary FromServer(const wchar_t* section) {
   const auto profile = Component::Create(L"TavioServerBase.UserProfile");
   Text props = GetPropsString();
-  const auto load = [&](const wchar_t* section) {
-    return OrEmpty(profile.Call(L"LoadUserProfile", ByRef(props), section, L"Setting", true));
-  };
-  const auto sms = load(L"Base_SMS");
-  return Profile(sms, load(L"Base_EMAIL"));
+  return Dictionary(profile.Call(L"LoadUserProfile", ByRef(props), section, L"Setting", true));
 }
 
-Dictionary StoredProfile() {
-  try {
-    return ClientProfile();
-  } catch (const Error&) {
-  }
-  try {
-    return ServerProfile();
-  } catch (const Error&) {
-    return Profile(Dictionary::New(), Dictionary::New());
-  }
+// Unset if it cannot be had.
+Dictionary Read(Source source, const wchar_t* section) try { return source(section); } catch (const Error&) {
+  return {};
 }
 
-// Empty where there is no such value, or one that is no text.
+Dictionary Section(const wchar_t* name) {
+  for (const Source source : {&FromClient, &FromServer}) {
+    if (auto settings = Read(source, name)) return settings;
+  }
+  return Dictionary::New();
+}
+
+// Empty if there is no such value, or one that is neither text nor number.
 Text RegistryValue(const wchar_t* name) {
   constexpr wchar_t kKey[] = L"SoftWare\\Morla\\SMReg";
-  DWORD bytes = 0;
-  if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, name, RRF_RT_REG_SZ, nullptr, nullptr, &bytes) != ERROR_SUCCESS) return {};
-  Text text(bytes / sizeof(wchar_t), L'\0');
-  if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, name, RRF_RT_REG_SZ, nullptr, text.data(), &bytes) != ERROR_SUCCESS) {
-    return {};
-  }
-  return text.c_str();
+  constexpr DWORD kKinds = RRF_RT_REG_SZ | RRF_RT_REG_DWORD | RRF_RT_REG_QWORD;
+  DWORD type = REG_NONE, bytes = 0;
+  if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, name, kKinds, nullptr, nullptr, &bytes) != ERROR_SUCCESS) return {};
+  std::vector<std::byte> data(bytes);
+  if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, name, kKinds, &type, data.data(), &bytes) != ERROR_SUCCESS) return {};
+  if (type != REG_DWORD && type != REG_QWORD) return reinterpret_cast<const wchar_t*>(data.data());
+  std::uint64_t number = 0;
+  std::memcpy(&number, data.data(), std::min<std::size_t>(bytes, sizeof number));
+  return std::to_wstring(number);
 }
 
 Text Setting(const Dictionary& profile, const wchar_t* name) {
@@ -79,10 +69,12 @@ Text Setting(const Dictionary& profile, const wchar_t* name) {
 }  // namespace
 
 Dictionary LoadMailSettings() {
-  const auto settings = StoredProfile();
-  const auto profile = PackageAt(settings, L"email"_key);
+  const auto sms = Section(L"Base_SMS");
+  const auto profile = Section(L"Base_EMAIL");
   const auto email = Dictionary::New();
   for (const auto* name : kEmailSettings) email.Set(Key(TextView(name)), Value(TextView(Setting(profile, name))));
+  const auto settings = Dictionary::New();
+  settings.Set(L"sms"_key, sms);
   settings.Set(L"email"_key, email);
   return settings;
 }

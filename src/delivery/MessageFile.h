@@ -8,7 +8,7 @@
 namespace tavio {
 
 // The temporary file through which a message becomes bytes. Its name is the library's folder, "temp", a number and
-// ".tmp", in one: a file beside the library, not in a folder of its own. Failures raise Error where nothing else is
+// ".tmp", in one: a file beside the library, not in a folder of its own. Failures raise Error if nothing else is
 // said.
 class MessageFile {
  public:

@@ -3,6 +3,7 @@
 #include "delivery/AddressList.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Text.h"
 
 namespace tavio {
@@ -17,8 +18,9 @@ Text TypeOf(const Dictionary& entry) {
 }
 
 std::int32_t IdOf(TextView key, const Dictionary& entry) {
-  if (entry && entry.Lookup(L"FUserID"_key)) return entry.Get(L"FUserID"_key)->ToInt32();
-  return Value(key).ToInt32();
+  const auto id = entry ? entry.Find(L"FUserID"_key) : std::nullopt;
+  const bool known = id && !(*id)->IsNull() && !(*id)->EqualsText(L"");
+  return known ? (*id)->ToInt32() : Value(key).ToInt32();
 }
 
 void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
@@ -36,24 +38,23 @@ void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
 // Under each type letter a Vector of records that hold the ID.
 Dictionary GroupedByType(const Dictionary& recipients) {
   const auto groups = Dictionary::New();
-  const auto count = recipients.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto recipient = recipients.At(i);
-    const auto entry = recipient.Stored().HoldsObject() ? Dictionary(recipient.Stored()) : Dictionary();
-    AddTo(groups, TypeOf(entry), IdOf(recipient.KeyView(), entry));
+  for (const auto& recipient : Entries(recipients)) {
+    const Text key(recipient.KeyView());
+    const auto entry = recipient.Stored().HoldsObject() ? recipient.Record() : Dictionary();
+    AddTo(groups, TypeOf(entry), IdOf(key, entry));
   }
   return groups;
 }
 
-Value UserInfoExOf(const Component& users) {
-  return HasMember(users.Object().Get(), kUserInfoEx) ? users.Read(kUserInfoEx) : Value(L"");
+// Without it the recipients are known all the same.
+Value UserInfoExOf(const Component& users) try { return users.Read(kUserInfoEx); } catch (const Error&) {
+  return Value(L"");
 }
 
 void AddField(const Vector& users, const Key& field, AddressList& list) {
-  const auto count = users.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
+  for (const auto& user : Records(users)) {
     Text address;
-    users.Record(i).GetValue(field)->AppendTo(address);
+    user.GetValue(field)->AppendTo(address);
     list.Add(address, ToUpper(address));
   }
 }
@@ -65,9 +66,7 @@ Dictionary Expand(const Dictionary& recipients) {
   const auto expansion = Dictionary::New();
   const auto users = Component::Create(L"TavioMSmsManager.clsBillUseInfo");
   const Text props = GetPropsString();
-  const auto count = groups.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto group = groups.At(i);
+  for (const auto& group : Entries(groups)) {
     Vector asked(group.Stored());
     const Vector known(users.Call(L"GetUserInfo", props, Text(group.KeyView()), ByRef(asked)));
     if (known) expansion.Set(group.BorrowKey(), known.AsValue());
@@ -79,10 +78,7 @@ Dictionary Expand(const Dictionary& recipients) {
 Text Join(const Dictionary& recipients, const Key& field, Char separator) {
   AddressList list(separator);
   if (!recipients || recipients.Count() == 0) return {};
-  const auto expansion = Expand(recipients);
-  const auto count = expansion.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto entry = expansion.At(i);
+  for (const auto& entry : Entries(Expand(recipients))) {
     if (entry.KeyView() != kUserInfoEx) AddField(Vector(entry.Stored()), field, list);
   }
   return list.Joined();

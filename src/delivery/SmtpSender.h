@@ -4,7 +4,7 @@
 
 namespace tavio {
 
-// Sends mail over SMTP by itself, through Jmail.Message, where the platform's mail gateway is not there.
+// Sends mail over SMTP by itself, through Jmail.Message, if the platform's mail gateway is not there.
 class SmtpSender {
  public:
   // With the settings of LoadMailSettings.

@@ -47,11 +47,8 @@ Text CommandText(std::int32_t classTypeId, std::int32_t billId) {
 }  // namespace
 
 std::vector<std::int32_t> UserIdsOf(const Dictionary& recipients) {
-  const auto count = CountedIn16Bits(recipients.Count());
-  std::vector<std::int32_t> users(static_cast<std::size_t>(count));
-  for (std::int32_t i = 1; i <= count; ++i) {
-    users[static_cast<std::size_t>(i - 1)] = UserId(recipients.At(i).KeyView());
-  }
+  std::vector<std::int32_t> users;
+  for (const auto& recipient : EntriesIn16Bits(recipients)) users.push_back(UserId(recipient.KeyView()));
   return users;
 }
 

@@ -41,9 +41,9 @@ void Message::NewMessage() noexcept {
                            .report = L"TavioClassBillAction.Message : NewMessage"};
   Operation(kLabels, [&] {
     RequireTemplate(state_, L"TavioClassBillAction.Message.NewMessage");
-    Keep(state_.package, Dictionary());  // gone too if no new one can be made
+    state_.package = Dictionary();  // gone too if no new one can be made
     const auto package = Dictionary::New();
-    Keep(state_.package, package);
+    state_.package = package;
     FillNew(package);
   });
 }
@@ -52,11 +52,11 @@ bool Message::SetMessage(const Dictionary& message) noexcept {
   constexpr Labels kLabels{.report = L"TavioClassBillAction.Message : SetMessage", .resultAfterFailure = Labels::kKept};
   return Operation<bool>(kLabels, [&](bool& accepted) {
     RequireTemplate(state_, L"TavioClassBillAction.Message.SetMessage");
-    Keep(state_.package, message);
+    state_.package = message;
     accepted = true;
     if (!message || message.Count() == 0) return NewMessage();
     bool caption = true, value = false, name = false;
-    const auto shown = TransMessage(message.Get(L"FMessage"_key)->ToText(), caption, value, name);
+    const auto shown = TransMessage(message.Get(L"FMessage"_key)->OrEmpty().ToText(), caption, value, name);
     message.Set(L"FMessageDescriptions"_key, Value(TextView(shown)));
   });
 }
@@ -66,13 +66,13 @@ void Message::RefreshVariableList() noexcept {
   Operation(kLabels, [&] {
     RequireTemplate(state_, L"TavioClassBillAction.Message.RefreshVariableList");
     const auto tableInfo = state_.tableInfo;
-    Keep(state_.variables, Dictionary());
-    Keep(state_.variableUsers, Dictionary());
+    state_.variables = Dictionary();
+    state_.variableUsers = Dictionary();
     const auto variables = Dictionary::New();
-    Keep(state_.variables, variables);
+    state_.variables = variables;
     ListVariables(tableInfo, variables);
     const auto users = Dictionary::New();
-    Keep(state_.variableUsers, users);
+    state_.variableUsers = users;
     ListVariableUsers(tableInfo, users);
   });
 }
@@ -95,8 +95,8 @@ bool Message::RefreshVariableValue(const Dictionary& data) noexcept {
                            .report = L"TavioClassBillAction.Message : RefreshVariableValue"};
   return Operation<bool>(kLabels, [&](bool& refreshed) {
     RequireTemplate(state_, L"TavioClassBillAction.Message.RefreshVariableValue");
-    state_.billId = data.GetValue(L"FID"_key, Value(std::int32_t{0}))->ToInt32();
-    Keep(state_.bill, data);
+    state_.billId = NumberAt(data, L"FID"_key, 0);
+    state_.bill = data;
     if (!state_.variables) RefreshVariableList();
     const auto variables = state_.variables, tableInfo = state_.tableInfo;
     FillVariables(variables, tableInfo, PackageAt(data, L"Page1"_key));

@@ -33,20 +33,20 @@ class Message {
   void ClassTypeID(std::int32_t value) noexcept { state_.classTypeId = value; }
   std::int32_t ClassTypeID() const noexcept { return state_.classTypeId; }
   // The data of the bill that is sent about.
-  void Data(Dictionary value) noexcept { Keep(state_.data, std::move(value)); }
+  void Data(Dictionary value) noexcept { state_.data = std::move(value); }
   // Template and field information must be set before any operation on the package or its variables.
-  void ClassType(Dictionary value) noexcept { Keep(state_.classType, std::move(value)); }
-  void TableInfo(Dictionary value) noexcept { Keep(state_.tableInfo, std::move(value)); }
-  void ClassTypeEntry(Vector value) noexcept { Keep(state_.classTypeEntry, std::move(value)); }
+  void ClassType(Dictionary value) noexcept { state_.classType = std::move(value); }
+  void TableInfo(Dictionary value) noexcept { state_.tableInfo = std::move(value); }
+  void ClassTypeEntry(Vector value) noexcept { state_.classTypeEntry = std::move(value); }
   // Whether the user confirms the recipients before a system message is sent.
   void MustSelectMsgUser(bool value) noexcept { state_.mustSelectMsgUser = value; }
   bool MustSelectMsgUser() const noexcept { return state_.mustSelectMsgUser; }
   // Values by variable name, with the code of the action under FCode.
-  void GroupInfo(Dictionary value) noexcept { Keep(state_.groupInfo, std::move(value)); }
+  void GroupInfo(Dictionary value) noexcept { state_.groupInfo = std::move(value); }
   // The IDs of users who must not receive the message.
-  void ExcludeUser(Vector value) noexcept { Keep(state_.excludeUser, std::move(value)); }
+  void ExcludeUser(Vector value) noexcept { state_.excludeUser = std::move(value); }
   const Dictionary& SelectedUser() const noexcept { return state_.selectedUser; }
-  void SelectedUser(Dictionary value) noexcept { Keep(state_.selectedUser, std::move(value)); }
+  void SelectedUser(Dictionary value) noexcept { state_.selectedUser = std::move(value); }
 
   // Starts an empty package.
   void NewMessage() noexcept;
@@ -91,12 +91,6 @@ class Message {
   bool SendSMS() noexcept;
 
  private:
-  // The old one goes last: with it an object of the host's may go that calls back.
-  template <class Handle>
-  static void Keep(Handle& kept, Handle value) noexcept {
-    std::swap(kept, value);
-  }
-
   // The recipients of the package that are left for this sending.
   Dictionary SettleRecipients(const MessageState& sending);
 

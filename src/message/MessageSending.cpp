@@ -32,7 +32,7 @@ Dictionary WithVariableUsers(const MessageState& sending, const Dictionary& reci
 }
 
 Text ContentOf(const MessageState& sending) {
-  const auto content = sending.package.Get(L"FMessage"_key)->ToText();
+  const auto content = sending.package.Get(L"FMessage"_key)->OrEmpty().ToText();
   return TranslateToValues(content, sending.variables, sending.groupInfo);
 }
 
@@ -46,17 +46,20 @@ Dictionary UsersIn(const MessageState& sending, const Key& list) {
   return users;
 }
 
+Value SubjectOf(const MessageState& sending) {
+  const auto title = sending.package.GetValue(L"FTitle"_key);
+  return title->IsNull() ? Value(L"") : title->Copy();
+}
+
 Mail MailOf(const MessageState& sending, const Text& addresses) {
   return {.props = GetPropsString(),
           .addresses = addresses,
-          .subject = sending.package.GetValue(L"FTitle"_key)->Copy(),
+          .subject = SubjectOf(sending),
           .body = ContentOf(sending),
           .attachment = {}};
 }
 
-bool WantsAttachment(const MessageState& sending) {
-  return sending.package.GetValue(L"FAccessoryForEmail"_key, Value(false))->OrEmpty().ToBool();
-}
+bool WantsAttachment(const MessageState& sending) { return FlagAt(sending.package, L"FAccessoryForEmail"_key); }
 
 void SendTo(const Text& numbers, const MessageState& sending) {
   Text content;
@@ -80,7 +83,7 @@ bool Message::SendMessage(const Dictionary& given) noexcept {
     const auto recipients = WithVariableUsers(sending, settled);
     if (recipients.Count() == 0) return nobody();
     SendSystemMessage({.content = ContentOf(sending),
-                       .title = sending.package.GetValue(L"FTitle"_key)->ToText(),
+                       .title = TextAt(sending.package, L"FTitle"_key),
                        .users = UserIdsOf(recipients),
                        .classTypeId = sending.classTypeId,
                        .billId = sending.billId},

@@ -1,6 +1,7 @@
 #include "message/Recipients.h"
 
 #include "foundation/environment/Operation.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio {
 
@@ -21,10 +22,9 @@ bool RemoveRecipient(const Dictionary& recipients, std::int32_t user) {
 }
 
 void RemoveRecipients(const Dictionary& recipients, const Vector& users) {
-  const auto count = users ? users.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto user = users.Item(i);
-    const Key key = KeyOf(*user);
+  if (!users) return;
+  for (const auto& user : Items(users)) {
+    const Key key(TextView(user->ToText()));
     if (recipients.Lookup(key)) recipients.Remove(key);
   }
 }

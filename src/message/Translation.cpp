@@ -20,23 +20,18 @@ void Settle(TranslationFlags& flags) {
   if (flags.caption) flags.value = false;
 }
 
-// A field may be there and hold nothing: that is a value too.
-bool Lacks(const Dictionary& record, const Key& key, const Value& stored) {
-  return stored.IsEmpty() && !record.Lookup(key);
-}
-
 class ToCaptions {
  public:
   explicit ToCaptions(const Dictionary& variables) : variables_(variables) {}
 
   void operator()(TextView name, Text& result) {
-    const auto variable = variables_.GetValue(key_.Borrow(name));
-    if (variable->IsEmpty()) return AppendBracketed(name, result);
-    const Dictionary entry(*variable);
-    const auto caption = entry.GetValue(L"FCaption"_key);
-    if (Lacks(entry, L"FCaption"_key, *caption)) return AppendBracketed(name, result);
+    const auto variable = variables_.Find(key_.Borrow(name));
+    if (!variable) return AppendBracketed(name, result);
+    const Dictionary entry(**variable);
+    const auto caption = entry.Find(L"FCaption"_key);
+    if (!caption) return AppendBracketed(name, result);
     result += L'[';
-    caption->AppendTo(result);
+    (*caption)->AppendTo(result);
     result += L']';
   }
 
@@ -48,14 +43,15 @@ class ToCaptions {
 class ToValues {
  public:
   ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {
-    groupOnly_ = group_ && group_.GetValue(L"FCode"_key)->OrEmpty().EqualsText(L"mnuEditUse");
+    const auto code = group_ ? group_.Find(L"FCode"_key) : std::nullopt;
+    groupOnly_ = code && (*code)->OrEmpty().EqualsText(L"mnuEditUse");
   }
 
   void operator()(TextView name, Text& result) {
     const Key key = key_.Borrow(name);
-    const auto variable = variables_.GetValue(key);
-    if (variable->IsEmpty()) return AppendBracketed(name, result);
-    const Dictionary entry(*variable);
+    const auto variable = variables_.Find(key);
+    if (!variable) return AppendBracketed(name, result);
+    const Dictionary entry(**variable);
     if (!groupOnly_ && AppendStored(entry, L"FValue"_key, result)) return;
     // With "mnuEditUse" the group's values are the only ones; otherwise they fill what the bill left open.
     if (group_ && AppendStored(group_, key, result)) return;
@@ -63,10 +59,11 @@ class ToValues {
   }
 
  private:
+  // A field may be there and hold nothing: that is a value too.
   static bool AppendStored(const Dictionary& record, const Key& key, Text& result) {
-    const auto stored = record.GetValue(key);
-    if (Lacks(record, key, *stored)) return false;
-    stored->AppendTo(result);
+    const auto stored = record.Find(key);
+    if (!stored) return false;
+    (*stored)->AppendTo(result);
     return true;
   }
 
@@ -76,25 +73,34 @@ class ToValues {
   KeyBuffer key_;
 };
 
-// The variable names by upper-cased caption, the first one of each caption.
+// Walks the variables as far as the captions asked for need it, and remembers the first variable of each caption.
 class ToNames {
  public:
-  explicit ToNames(const Dictionary& variables) {
-    const auto count = variables.Count();
-    for (std::int32_t i = 1; i <= count; ++i) {
-      const auto entry = variables.At(i);
-      const Dictionary variable(entry.Stored());
-      const auto caption = variable.GetValue(L"FCaption"_key);
-      if (!caption->IsEmpty()) names_.try_emplace(ToUpper(caption->OrEmpty().ToText()), entry.KeyView());
-    }
-  }
+  explicit ToNames(const Dictionary& variables) : variables_(variables), count_(variables.Count()) {}
 
-  void operator()(TextView caption, Text& result) const {
-    const auto found = names_.find(ToUpper(caption));
-    AppendBracketed(found == names_.end() ? caption : TextView(found->second), result);
+  void operator()(TextView caption, Text& result) {
+    const auto* name = NameOf(ToUpper(caption));
+    AppendBracketed(name ? *name : caption, result);
   }
 
  private:
+  const Text* NameOf(const Text& caption) {
+    const auto known = names_.find(caption);
+    if (known != names_.end()) return &known->second;
+    while (walked_ < count_) {
+      const Entry variable(variables_, ++walked_);
+      const Text name(variable.KeyView());
+      const auto held = variable.Record().Find(L"FCaption"_key);
+      if (!held) continue;
+      const auto [entry, isNew] = names_.try_emplace(ToUpper((*held)->OrEmpty().ToText()), name);
+      if (isNew && entry->first == caption) return &entry->second;
+    }
+    return nullptr;
+  }
+
+  EntryReader variables_;
+  std::int32_t count_;
+  std::int32_t walked_ = 0;
   std::unordered_map<Text, Text> names_;
 };
 

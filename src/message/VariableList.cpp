@@ -1,5 +1,8 @@
 #include "message/VariableList.h"
 
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
+
 namespace tavio {
 namespace {
 
@@ -9,11 +12,11 @@ bool IsStored(const Dictionary& field) { return field.Get(L"FNeedSave"_key)->OrE
 
 // 12 is a field that is there for the platform only.
 bool IsVisible(const Dictionary& field) {
-  const auto visible = field.Get(L"FVisible"_key)->OrEmpty().ToInt32();
+  const auto visible = NumberAt(field, L"FVisible"_key);
   return visible != 0 && visible != 12;
 }
 
-bool HoldsUser(const Dictionary& field) { return field.Get(L"FLookUpType"_key)->OrEmpty().ToInt32() == kLookUpUser; }
+bool HoldsUser(const Dictionary& field) { return NumberAt(field, L"FLookUpType"_key) == kLookUpUser; }
 
 void AddEntry(const Dictionary& list, const Dictionary& field) {
   const Value name{TextView(field.Get(L"FKey"_key)->ToText())};
@@ -26,10 +29,9 @@ void AddEntry(const Dictionary& list, const Dictionary& field) {
 // Calls `visit` with the record of each header field, in order.
 template <class Visit>
 void ForEachHeaderField(const Dictionary& tableInfo, Visit&& visit) {
-  if (!tableInfo.Lookup(L"Page1"_key)) return;
-  const Dictionary page(*tableInfo.Get(L"Page1"_key));
-  const auto count = page.Count();
-  for (std::int32_t i = 1; i <= count; ++i) visit(Dictionary(*tableInfo.Get(page.At(i).BorrowKey())));
+  const auto page = tableInfo.Find(L"Page1"_key);
+  if (!page) return;
+  for (const auto& field : Entries(Dictionary(**page))) visit(Dictionary(*tableInfo.Get(Key(field.KeyView()))));
 }
 
 }  // namespace

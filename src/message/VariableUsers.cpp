@@ -3,8 +3,8 @@
 #include <string>
 
 #include "foundation/environment/SharedProperties.h"
-#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 #include "message/Recipients.h"
 
 namespace tavio {
@@ -12,28 +12,29 @@ namespace {
 
 constexpr std::int32_t kNobody = 0;
 
-// The user who works as an employee; nobody where there is none who may log in.
+// What identifies nobody is no failure: the others get their message.
+std::int32_t IdIn(const Value& held) try {
+  return held.Type() == VT_BOOL ? kNobody : held.OrEmpty().ToInt32();
+} catch (const Error&) {
+  return kNobody;
+}
+
+// The user who works as an employee; nobody if there is none who may log in.
 std::int32_t UserOfEmployee(std::int32_t employee) {
   const auto classInfo = Component::Create(L"TavioMClass.ClassInfo");
   const Text sql = L"select FUserID from t_User where FEmpID=" + std::to_wstring(employee) + L" and FForbidden <> 1";
   const RecordSet users(classInfo.Call(L"GetData", GetPropsString(), sql));
-  return users.EndReached() ? kNobody : users.Field(L"FUserID").ToInt32();
-}
-
-// An empty text is an empty field, not a malformed number.
-std::int32_t NumberIn(const Value& value) {
-  const bool nothing = value.IsEmpty() || value.Type() == VT_NULL || (value.IsText() && value.EqualsText(L""));
-  return nothing ? kNobody : value.ToInt32();
+  return users.EndReached() ? kNobody : IdIn(users.Field(L"FUserID"));
 }
 
 // The user that a header field holds: an ID, or a looked-up user or employee.
 std::int32_t UserOf(const Value& held) {
-  if (!held.IsObject()) return NumberIn(held);
+  if (!held.IsObject()) return IdIn(held);
   const Dictionary record(held);
   if (!record) return kNobody;
-  const auto user = NumberIn(*record.GetValue(L"FUserID"_key));
+  const auto user = IdIn(*record.GetValue(L"FUserID"_key));
   if (user != kNobody) return user;
-  const auto employee = NumberIn(*record.GetValue(L"FEmpID"_key));
+  const auto employee = IdIn(*record.GetValue(L"FEmpID"_key));
   return employee == kNobody ? kNobody : UserOfEmployee(employee);
 }
 
@@ -41,10 +42,8 @@ std::int32_t UserOf(const Value& held) {
 
 void AddVariableUsers(const Dictionary& recipients, const Dictionary& variableUsers, const Dictionary& page,
                       const Dictionary& package) {
-  const auto count = variableUsers.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto field = variableUsers.At(i);
-    const auto user = UserOf(*page.GetValue(field.BorrowKey()));
+  for (const auto& field : Entries(variableUsers)) {
+    const auto user = UserOf(*page.GetValue(Key(field.KeyView())));
     if (user != kNobody) AddRecipient(recipients, user, package);
   }
 }

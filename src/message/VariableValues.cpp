@@ -1,17 +1,22 @@
 #include "message/VariableValues.h"
 
+#include <optional>
+
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
+
 namespace tavio {
 namespace {
 
 // What a field shows of the record it refers to: the member that its template names for display, else the one it
-// stores. Empty if the record has neither.
-StoredValue ShownOf(const Dictionary& record, const Dictionary& field) {
+// stores. A member that is there and empty is a value.
+std::optional<Value> ShownOf(const Dictionary& record, const Dictionary& field) {
   for (const auto* naming : {L"FDSP", L"FFLD"}) {
-    const auto member = field.GetValue(Key(TextView(naming)))->OrEmpty().ToText();
-    const Key key{TextView(member)};
-    if (!member.empty() && record.Lookup(key)) return record.Get(key);
+    const auto member = TextAt(field, Key(TextView(naming)));
+    if (member.empty()) continue;
+    if (const auto shown = record.Find(Key(TextView(member)))) return (*shown)->Copy();
   }
-  return StoredValue(Value());
+  return std::nullopt;
 }
 
 // The record of a header or entry field; unset for a variable that the host added.
@@ -20,15 +25,17 @@ Dictionary FieldOf(const Dictionary& tableInfo, const Key& key) {
   return field->IsObject() ? Dictionary(*field) : Dictionary();
 }
 
+// What a header page says of a variable.
+std::optional<Value> ValueOn(const Dictionary& page, const Key& name, const Dictionary& field) {
+  const bool onHeader = !field || NumberAt(field, L"FEntryType"_key, 0) == 0;
+  const auto held = onHeader && page ? page.Find(name) : std::nullopt;
+  if (!held) return std::nullopt;
+  if (!(*held)->HoldsObject()) return (*held)->Copy();
+  return field ? ShownOf(Dictionary(**held), field) : std::nullopt;
+}
+
 void FillVariable(const Key& name, const Dictionary& variable, const Dictionary& field, const Dictionary& page) {
-  const bool onHeader = !field || field.GetValue(L"FEntryType"_key, Value(std::int32_t{0}))->OrEmpty().ToInt32() == 0;
-  if (onHeader && page && page.Lookup(name)) {
-    const auto held = page.Get(name);
-    if (!held->HoldsObject()) return variable.Set(L"FValue"_key, *held);
-    const auto record = Dictionary(*held);
-    const auto shown = field ? ShownOf(record, field) : StoredValue(Value());
-    if (!shown->IsEmpty()) return variable.Set(L"FValue"_key, *shown);
-  }
+  if (const auto value = ValueOn(page, name, field)) return variable.Set(L"FValue"_key, *value);
   // No value is known: that is not the same as an empty one. A host's own variable keeps what the host gave it.
   if (field && variable.Lookup(L"FValue"_key)) variable.Remove(L"FValue"_key);
 }
@@ -36,11 +43,11 @@ void FillVariable(const Key& name, const Dictionary& variable, const Dictionary&
 }  // namespace
 
 void FillVariables(const Dictionary& variables, const Dictionary& tableInfo, const Dictionary& page) {
-  const auto count = variables.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto entry = variables.At(i);
-    const auto name = entry.BorrowKey();
-    FillVariable(name, Dictionary(entry.Stored()), FieldOf(tableInfo, name), page);
+  KeyBuffer buffer;  // the host's packages may change the list while they are read
+  for (const auto& variable : Entries(variables)) {
+    const auto name = buffer.Borrow(variable.KeyView());
+    const auto entry = variable.Record();
+    FillVariable(name, entry, FieldOf(tableInfo, name), page);
   }
 }
 

@@ -85,21 +85,30 @@ TEST_F(DeliveryTest, GatewaysTakeOneRequestToTheListedUsers) {
   EXPECT_TRUE(message.SendShortMessage());
   EXPECT_EQ(requests, (Strings{Mail("ann@x.com;bob@x.com"), ShortMessage("13800000001,13800000002")}));
   EXPECT_EQ(asked, Strings(2, "U [{FUserID: 1}, {FUserID: 2}]"));
+  for (const auto* field : {L"FTitle", L"FMessage"}) package.Set(Key(TextView(field)), Value::Null());
+  EXPECT_TRUE(message.SendShortMessage());
+  EXPECT_NE(requests.back().find(R"(SMContent: " : ",)"), std::string::npos) << requests.back();
+  answer = Value(L"");
+  EXPECT_TRUE(SendEmail());
+  EXPECT_NE(requests.back().find(R"(Subject: "", Body: "",)"), std::string::npos) << requests.back();
 }
 
 TEST_F(DeliveryTest, PrintedBillIsAttachedUnderTheObjectsName) {
   FakeComponent print(L"TavioClassBillPrint.clsNotePrint");
   const auto service = host.New();
+  const wchar_t* path = L"bill.pdf";
   print.OnAssign(L"dataSrv", [&](Arguments& a) { EXPECT_EQ(a.At(0).ToObject(), service); });
   print.OnAssign(L"TableInfo", [&](Arguments& a) { EXPECT_EQ(Show(a.At(0)), "{}"); });
   print.On(L"CreatePDFFile", [&](Arguments& a) {
     EXPECT_EQ(Show(a.At(0)) + Show(a.At(1)) + Show(a.At(2)), std::string(R"("Requisition"77)") + kProps);
-    a.Return(0, Value(L"bill.pdf"));
+    a.Return(0, Value(path));
     return Value(true);
   });
   package.Set(L"FAccessoryForEmail"_key, Value(true));
   EXPECT_TRUE(message.SendEmail(Component(service)));
-  EXPECT_EQ(requests, Strings{Mail("ann@x.com;bob@x.com", "bill.pdf")});
+  path = L"Requisition";
+  EXPECT_TRUE(message.SendEmail(Component(service)));
+  EXPECT_EQ(requests, (Strings{Mail("ann@x.com;bob@x.com", "bill.pdf"), Mail("ann@x.com;bob@x.com")}));
 }
 
 TEST_F(DeliveryTest, AsksOncePerTypeOfRecipient) {
@@ -108,9 +117,10 @@ TEST_F(DeliveryTest, AsksOncePerTypeOfRecipient) {
                   {L"U", List({record(L"EVE@X.COM"), Record({}), record(L"ann@x.com")}).AsValue()}});
   package.Set(L"EmailUsers"_key, Record({{L"e2", Record({{L"FUserType", L"E"}, {L"FUserID", L"2"}})},
                                          {L"3", Record({{L"FMessageID", 9}})},
-                                         {L"6", Record({{L"FUserType", L"E"}})},
+                                         {L"6", Record({{L"FUserType", L"E"}, {L"FUserID", L""}})},
                                          {L"7", Record({{L"FUserType", L"S"}})}}));
   message.ExcludeUser(List({7, L"9"}));
+  users->On(L"UserInfoEx", Failing(L"不能读"));  // which adds nothing to the addresses
   EXPECT_TRUE(SendEmail());
   EXPECT_EQ(asked, (Strings{"E [{FUserID: 2}, {FUserID: 6}]", "U [{FUserID: 3}]"}));
   EXPECT_EQ(requests, Strings{Mail("eve@x.com;ann@x.com")});
@@ -145,7 +155,7 @@ class SmtpTest : public DeliveryTest {
     client->OnAssign(L"UserIndependent", [](Arguments& a) { EXPECT_EQ(Show(a.At(0)), "true"); });
     client->On(L"Load", [this](Arguments& a) {
       EXPECT_EQ(Show(a.At(1)), R"("Setting")");
-      return a.At(0).EqualsText(L"Base_EMAIL") ? email.AsValue() : Value();
+      return a.At(0).EqualsText(L"Base_EMAIL") ? email.AsValue() : sms.Copy();
     });
     server->On(L"LoadUserProfile", [](Arguments& a) {
       EXPECT_EQ(Show(a.At(0)) + Show(a.At(2)) + Show(a.At(3)), kProps + std::string(R"("Setting"true)"));
@@ -172,6 +182,7 @@ class SmtpTest : public DeliveryTest {
   std::optional<FakeComponent> server{std::in_place, L"TavioServerBase.UserProfile"};
   FakeComponent jmail{L"Jmail.Message"};
   std::string mail;
+  Value sms;
   Dictionary email = Record({{L"txtMailSrv", L" mail.x.com "},
                              {L"txtAccountName", L"me@x.com"},
                              {L"txtShowName", L"示范平台"},
@@ -193,20 +204,26 @@ TEST_F(SmtpTest, TakesTheRoadWithoutAGateway) {
 TEST_F(SmtpTest, SettingsComeFromTheFirstSourceThatHasThem) {
   constexpr wchar_t kKey[] = L"SoftWare\\Morla\\SMReg", kRegistered[] = L"registry.x.com";
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"txtMailSrv", REG_SZ, kRegistered, sizeof kRegistered);
+  constexpr DWORD kNumber = 25;
   const struct {
+    const char* row;
     std::function<void()> prepare;
     const char* server;
   } cases[] = {
-      {[&] { email.Remove(L"chkSmtp"_key); }, "mail.x.com"},
-      {[&] { email.Set(L"txtMailSrv"_key, Value(L"  ")); }, "registry.x.com"},
-      {[&] { client.reset(); }, "server.x.com"},
-      {[&] { server.reset(); }, "registry.x.com"},
-      {[&] { RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey); }, nullptr},
+      {"the client's", [&] { email.Remove(L"chkSmtp"_key); }, "mail.x.com"},
+      {"beside a bad answer", [&] { sms = Value(5); }, "mail.x.com"},
+      {"a blank", [&] { email.Set(L"txtMailSrv"_key, Value(L"  ")); }, "registry.x.com"},
+      {"none of the client's", [&] { email = {}; }, "server.x.com"},
+      {"no client", [&] { client.reset(); }, "server.x.com"},
+      {"no server", [&] { server.reset(); }, "registry.x.com"},
+      {"a number",
+       [&] { RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"txtMailSrv", REG_DWORD, &kNumber, sizeof kNumber); }, "25"},
+      {"nothing", [&] { RegDeleteTreeW(HKEY_LOCAL_MACHINE, kKey); }, nullptr},
   };
   for (const auto& c : cases) {
     c.prepare();
     mail.clear();
-    EXPECT_EQ(SendEmail(), c.server != nullptr) << &c - cases;
+    EXPECT_EQ(SendEmail(), c.server != nullptr) << c.row;
     EXPECT_TRUE(c.server ? mail.ends_with("Send \"" + std::string(c.server) + "\" ") : mail.empty()) << mail;
     EXPECT_EQ(mail.find("MailServerUserName"), std::string::npos) << "no login where none is asked for";
   }
@@ -222,9 +239,13 @@ TEST_F(SmtpTest, FailuresShowTheBoxAndNothingOfTheLogin) {
   const auto made = jmail.Created();
   EXPECT_FALSE(SmtpSender().Send(Record({{L"Addrecipients", L"a@x;b@x\rTo: c@x"}})));
   EXPECT_EQ(boxes.Take(), failed);
-  email.Set(L"txtAccountName"_key, Value(L"me@x.com\r\nBcc: b@x"));
-  EXPECT_FALSE(SmtpSender().Send(Record({{L"Addrecipients", L"a@x"}})));
-  EXPECT_EQ(boxes.Take(), failed);
+  for (const auto* setting : {L"txtAccountName", L"txtShowName"}) {
+    const auto usual = std::exchange(email, email.Clone());
+    email.Set(Key(TextView(setting)), Value(L"me@x.com\r\nBcc: b@x"));
+    EXPECT_FALSE(SmtpSender().Send(Record({{L"Addrecipients", L"a@x"}}))) << Utf8(setting);
+    EXPECT_EQ(boxes.Take(), failed);
+    email = usual;
+  }
   EXPECT_EQ(jmail.Created(), made);
 }
 

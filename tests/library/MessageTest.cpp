@@ -8,12 +8,6 @@ namespace {
 const char kNew[] = R"({FID: 0s, FTitle: "", FMessage: "", FMessageDescriptions: "", FSendType: 1s, )"
                     R"(MessageUsers: {}, EmailUsers: {}, SMSUsers: {}})";
 
-Value Null() {
-  Value null;
-  null.InPlace()->vt = VT_NULL;
-  return null;
-}
-
 Dictionary Variable(const wchar_t* name, const Item& caption, const Item& value = Value()) {
   return Record({{L"FName", name}, {L"FCaption", caption}, {L"FValue", value}});
 }
@@ -122,9 +116,9 @@ TEST_F(MessageTest, EachEditOfTheUsersGivesThePackageANewList) {
 }
 
 TEST_F(MessageTest, StoredAndVisibleHeaderFieldsAreVariables) {
-  Fields({{L"a", FieldOf(L"a", 1, 4, Null())},
-          {L"b", FieldOf(L"b", Null(), 4, 7)},
-          {L"b2", FieldOf(L"b", 1, Null(), 0)},
+  Fields({{L"a", FieldOf(L"a", 1, 4, Value::Null())},
+          {L"b", FieldOf(L"b", Value::Null(), 4, 7)},
+          {L"b2", FieldOf(L"b", 1, Value::Null(), 0)},
           {L"c", FieldOf(L"c", true, 12, 7)},
           {L"d", FieldOf(L"d", -1, 0, L"7")},
           {L"e", FieldOf(L"e", L"1", L"8", 7.0)},
@@ -151,24 +145,28 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
   const auto looked = [](const Item& shown, const Item& stored) {
     return Record({{L"FKey", L"a"}, {L"FNeedSave", 1}, {L"FVisible", 1}, {L"FDSP", shown}, {L"FFLD", stored}});
   };
-  const auto record = Record({{L"FName", L"张三"}, {L"FItemID", 3}});
+  const auto record = Record({{L"FName", L"张三"}, {L"FNick", Value()}, {L"FItemID", 3}});
   const auto plain = FieldOf(L"a", 1, 1, 0);
   auto onEntry = FieldOf(L"a", 1, 1, 0);
   onEntry.Set(L"FEntryType"_key, Value(Short(1)));
   const struct {
+    const char* row;
     Dictionary field, page;
     const char* value;
   } cases[] = {
-      {plain, Record({{L"a", Short(5)}}), "5s"},
-      {plain, Record({{L"b", 5}}), "absent"},
-      {onEntry, Record({{L"a", 5}}), "absent"},
-      {looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"("张三")"},
-      {looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), "3"},
-      {looked(Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(), "3"},
+      {"a plain field", plain, Record({{L"a", Short(5)}}), "5s"},
+      {"another field's", plain, Record({{L"b", 5}}), "absent"},
+      {"on an entry", onEntry, Record({{L"a", 5}}), "absent"},
+      {"shown", looked(L"FName", L"FItemID"), Record({{L"a", record}}), R"("张三")"},
+      {"shown empty", looked(L"FNick", L"FItemID"), Record({{L"a", record}}), "empty"},
+      {"stored", looked(L"FNumber", L"FItemID"), Record({{L"a", record}}), "3"},
+      {"stored, a host's page", looked(Value::Null(), L"FItemID"), ForeignRecord(Record({{L"a", record}})).Handle(),
+       "3"},
+      {"neither", looked(L"FNumber", L""), Record({{L"a", record}}), "absent"},
   };
   message.AddVariable(Variable(L"own", L"", 1));
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     Fields({{L"a", c.field}});
     const auto variable = PackageAt(message.GetVariableList(), L"a"_key), own = Variable(L"own", L"", 1);
     variable.Set(L"FValue"_key, Value(L"old"));
@@ -177,6 +175,24 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
     EXPECT_EQ(variable.Lookup(L"FValue"_key) ? Show(*variable.Get(L"FValue"_key)) : "absent", c.value);
     EXPECT_EQ(Show(*message.GetVariableList().Get(L"own"_key)), Show(own));
   }
+}
+
+TEST_F(MessageTest, HostMayChangeTheListWhileItsPageIsRead) {
+  const auto add = [&](int first, int last) {
+    for (int i = first; i < last; ++i) message.AddVariable(Variable((L"variable " + std::to_wstring(i)).c_str(), L""));
+  };
+  add(100, 200);
+  const auto list = message.GetVariableList(), last = PackageAt(list, L"variable 199"_key);
+  ForeignRecord page(Record({}));
+  page.On(L"Lookup", [&](Arguments& a) {
+    if (!a.At(0).EqualsText(L"variable 199")) return false;
+    list.Remove(L"variable 199"_key);
+    add(200, 400);  // one of which gets the room of the removed key
+    return true;
+  });
+  page.On(L"Value", [](Arguments& a) { return a.At(0); });
+  EXPECT_TRUE(message.RefreshVariableValue(Record({{L"Page1", page.Handle()}})));
+  EXPECT_EQ(Show(*last.Get(L"FValue"_key)), R"("variable 199")");
 }
 
 class TransMessageTest : public MessageTest {
@@ -196,23 +212,26 @@ class TransMessageTest : public MessageTest {
 TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
   const auto values = Record({{L"no", 7}, {L"bare", 2.5}});
   const auto editing = Record({{L"no", 7}, {L"bare", 2.5}, {L"FCode", L"mnuEditUse"}});
+  ForeignRecord plainest(values);
+  plainest.On(L"GetValue", Failing(L"GetValue"));
   const struct {
-    const char *flags, *settled;  // caption, value and name, where they are set
+    const char *row, *flags, *settled;  // caption, value and name, if they are set
     Dictionary group;
     const wchar_t *text, *translation;
   } cases[] = {
-      {"c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
-      {"cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
-      {"v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
-      {"v", "v", values, L"[no][open][bare][none]", L"52.5[none]"},
-      {"v", "v", editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
-      {"v", "v", ForeignRecord(values).Handle(), L"[no][open][bare][none]", L"52.5[none]"},
-      {"n", "n", {}, L"[单号][DATE][date][no]", L"[no][date][date][no]"},
-      {"vn", "n", {}, L"[单号]", L"[no]"},
-      {"v", "v", {}, L"]a[b[no]c]", L"]a[b[no]c]"},
+      {"captions", "c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
+      {"captions before values", "cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
+      {"values", "v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
+      {"a group fills", "v", "v", values, L"[no][open][bare][none]", L"52.5[none]"},
+      {"a group rules", "v", "v", editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
+      {"a host's group", "v", "v", plainest.Handle(), L"[no][open][bare][none]", L"52.5[none]"},
+      {"names", "n", "n", {}, L"[单号][DATE][date][no][]", L"[no][date][date][no][void]"},
+      {"names before values", "vn", "n", {}, L"[单号]", L"[no]"},
+      {"brackets in a name", "v", "v", {}, L"]a[b[no]c]", L"]a[b[no]c]"},
+      {"an open bracket", "n", "n", {}, L"[abc", L"[abc"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     message.GroupInfo(c.group);
     const auto given = [&](char flag) { return std::string(c.flags).find(flag) != std::string::npos; };
     bool caption = given('c'), value = given('v'), name = given('n');
@@ -220,6 +239,18 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
     EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), c.settled);
     EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 1");
   }
+}
+
+TEST_F(TransMessageTest, CaptionsAreSoughtAsFarAsTheTextNeedsThem) {
+  message.GetVariableList().Set(L"spoilt"_key, Value(L"no record"));
+  const auto names = [&](const wchar_t* text) {
+    bool caption = false, value = false, name = true;
+    return Utf8(message.TransMessage(text, caption, value, name));
+  };
+  EXPECT_EQ(names(L"[DATE][单号][][abc"), "[date][no][void][abc");
+  EXPECT_EQ(boxes.Take(), Boxes{});
+  EXPECT_EQ(names(L"[单号][nobody's]"), "");
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«类型不匹配»")});
 }
 
 }  // namespace

@@ -86,7 +86,7 @@ class RecipientDialogTest : public LibraryTest {
   }
 
   // Sends to `users` while a person does `actions`.
-  bool Send(const Actions& actions, const Text& title = {}) {
+  bool Send(const Actions& actions, const Item& title = Value()) {
     message.SetMessage(Record({{L"FTitle", title}, {L"FMessage", L"内容"}, {L"MessageUsers", users}}));
     receivers.clear();
     int shown = 0;
@@ -163,7 +163,7 @@ TEST_F(RecipientDialogTest, EveryWayOutIsAnAnswer) {
       for (const UINT key : c.keys) window.Press(key);
       if (c.leave) c.leave(window);
     };
-    EXPECT_EQ(Send(actions), !c.receivers.empty());
+    EXPECT_EQ(Send(actions, Value::Null()), !c.receivers.empty());
     EXPECT_EQ(receivers, c.receivers);
     EXPECT_EQ(message.SelectedUser().Count(), static_cast<std::int32_t>(c.receivers.size()));
   }
@@ -238,9 +238,10 @@ TEST_F(RecipientDialogTest, MissingNamesComeFromThePlatformIntoTheEntries) {
       List({Record({{L"FUserID", 4}, {L"FName", L"王芳"}, {L"FUserName", L"wang"}}),
             Record({{L"FUserID", 99}, {L"FName", L"nobody's"}}), Record({{L"FUserID", L"5"}, {L"FUserName", L"li"}}),
             Record({{L"FUserID", 3}, {L"FName", L"not asked for"}})}));
+  Strings connected;
   billInfo.On(L"GetUsers", [&](Arguments& a) {
     EXPECT_EQ(a.Count(), 1u);
-    EXPECT_EQ(Show(a.At(0)), R"("Server=a;Database=b")");
+    connected.push_back(Show(a.At(0)));
     return Value(records.New());
   });
   users = Record({{L"3", Record({{L"FName", L"张伟"}})}});
@@ -260,7 +261,10 @@ TEST_F(RecipientDialogTest, MissingNamesComeFromThePlatformIntoTheEntries) {
   EXPECT_TRUE(Send(showing({"[x] 张伟", "[x] 王芳", "[x] li", "[x] Unknown"})));
   EXPECT_EQ(Show(message.SelectedUser()),
             R"({4: {FUserID: 4, FName: "王芳"}, 5: {FName: "li"}, 6: {}, 7: "no record"})");
-  EXPECT_EQ(billInfo.Calls(L"GetUsers"), 1);
+  props->props = L"UserID=16394;Language=chs;";
+  users = Record({{L"6", Record({})}});
+  EXPECT_FALSE(Send(showing({"[x] Unknown"})));
+  EXPECT_EQ(connected, (Strings{R"("Server=a;Database=b")", R"("UserID=16394;Language=chs;")"}));
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ class SendMessageTest : public LibraryTest {
   }
   ~SendMessageTest() override { RemoveFiles(); }
 
-  void Take(const wchar_t* text, const Text& caption, const Item& to) {
+  void Take(const Item& text, const Item& caption, const Item& to) {
     message.SetMessage(Record({{L"FID", 1}, {L"FTitle", caption}, {L"FMessage", text}, {L"MessageUsers", to}}));
   }
   Value Receive(Arguments& a) {
@@ -91,6 +91,13 @@ TEST_F(SendMessageTest, CommandTakesTheMessageInBytes) {
   EXPECT_EQ(title, L"a\x14\nb" + Text(46, L'长')) << "control character 20 for the carriage return, and 50 in all";
   EXPECT_EQ(content, "\r");
   EXPECT_EQ(rest, R"(["Provider=x;Server=y", 0, 16394, 0s, 1s, "FUNCID:63510509|FFlag:1|FInterID:77"])");
+
+  message.RefreshVariableValue(Record({{L"FID", Value::Null()}}));
+  Take(Value::Null(), Value::Null(), Users({3}));
+  EXPECT_TRUE(message.SendMessage({}));
+  EXPECT_EQ(title, L"");
+  EXPECT_EQ(content, "\r");
+  EXPECT_TRUE(rest.ends_with("FInterID:0\"]")) << rest;
 }
 
 TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
@@ -104,22 +111,27 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
     return Value(sql.find("=41 ") == std::string::npos ? nobody.New() : found.New());
   });
   const struct {
+    const char* row;
     Dictionary given;
     Item held;
     std::vector<std::int32_t> sentTo;
   } cases[] = {
-      {{}, L"9", {3, 7, 9}},
-      {{}, 5, {3, 7}},  // excluded
-      {{}, Record({{L"FUserID", 0}, {L"FEmpID", 41}}), {3, 7, 11}},
-      {{}, Record({{L"FEmpID", 42}}), {3, 7}},
-      {Users({5, 8, 6}), 9, {8, 9}},
-      {Users({5}), Value(), {}},
+      {"a user", {}, L"9", {3, 7, 9}},
+      {"an excluded user", {}, 5, {3, 7}},
+      {"no number", {}, L"张三", {3, 7}},
+      {"beyond 32 bits", {}, L"2147483648", {3, 7}},
+      {"a Boolean", {}, true, {3, 7}},
+      {"a null", {}, Value::Null(), {3, 7}},
+      {"an employee", {}, Record({{L"FUserID", L"?"}, {L"FEmpID", 41}}), {3, 7, 11}},
+      {"an employee who is no user", {}, Record({{L"FEmpID", 42}}), {3, 7}},
+      {"given recipients", Users({5, 8, 6}), 9, {8, 9}},
+      {"nobody is left", Users({5}), Value(), {}},
   };
   message.TableInfo(info);
   message.RefreshVariableList();
   message.ExcludeUser(List({5, L"6", 100.0}));
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     Take(L"a", L"b", Users({3, 5, 7}));
     message.Data(Record({{L"Page1", Record({{L"FBiller", c.held}})}}));
     users.clear();

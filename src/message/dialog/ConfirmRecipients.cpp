@@ -1,6 +1,7 @@
 #include "message/dialog/ConfirmRecipients.h"
 
 #include "foundation/environment/Operation.h"
+#include "foundation/packages/Fields.h"
 #include "message/dialog/frmMsgUser.h"
 
 namespace tavio {
@@ -20,7 +21,7 @@ void ConfirmRecipients(Dictionary& recipients, const Dictionary& package) noexce
     RecipientSelection selection;
     selection.UserDct(recipients);
     if (!selection.InitForm()) return;
-    frmMsgUser(selection, package.GetValue(L"FTitle"_key)->ToText()).Show();
+    frmMsgUser(selection, TextAt(package, L"FTitle"_key)).Show();
     if (selection.ShowResult()) {
       recipients = selection.UserDct();
     } else {

@@ -5,6 +5,7 @@
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/environment/modFunction.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 
 namespace tavio {
@@ -26,7 +27,7 @@ Text NameOf(const Dictionary& entry) {
   return IsName(*name) ? name->ToText() : kUnknown;
 }
 
-// Empty where the record set has no such field, or the record no value in it.
+// Empty if the record set has no such field, or the record no value in it.
 Text FieldText(const RecordSet& user, const wchar_t* field) try {
   const Value value = user.Field(field);
   return IsName(value) ? value.ToText() : Text();
@@ -39,21 +40,28 @@ Text NameOf(const RecordSet& user) {
   return name.empty() ? FieldText(user, L"FUserName") : name;
 }
 
+// Of the client; all its properties if there is no such pair.
+Text ConnectString() {
+  const auto props = GetPropsString();
+  try {
+    return PropertyTable::ParseProps(props).GetProp(L"ConnectString");
+  } catch (const Error&) {
+    return props;
+  }
+}
+
 RecordSet GetUsers() {
-  const auto properties = PropertyTable::ParseProps(GetPropsString());
   const auto billInfo = Component::Create(L"TavioMBOSMultiCheck.BillInfo");
-  return RecordSet(billInfo.Call(L"GetUsers", properties.GetProp(L"ConnectString")));
+  return RecordSet(billInfo.Call(L"GetUsers", ConnectString()));
 }
 
 }  // namespace
 
 bool RecipientSelection::InitForm() {
   rows_.clear();
-  const auto count = users_.Count();
-  rows_.reserve(static_cast<std::size_t>(count));
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto entry = users_.At(i);
-    if (const auto user = EntryIn(entry.Stored())) rows_.push_back({NameOf(user), Text(entry.KeyView())});
+  for (const auto& entry : Entries(users_)) {
+    Text key(entry.KeyView());
+    if (const auto user = EntryIn(entry.Stored())) rows_.push_back({NameOf(user), std::move(key)});
   }
   LookUpNames();
   return !rows_.empty();

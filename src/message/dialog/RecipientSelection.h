@@ -39,7 +39,7 @@ class RecipientSelection {
   bool showResult_ = false;
 };
 
-// The caption of the window: its own text, and behind it the title of the message where there is one.
+// The caption of the window: its own text, and behind it the title of the message if there is one.
 inline Text RecipientCaption(TextView own, TextView title) {
   return title.empty() ? Text(own) : Text(own) + L" - " + Text(title);
 }

@@ -16,7 +16,7 @@ enum RecipientDialogControl { kLvwUserSelect = 100, kTabMain = 101 };
 class frmMsgUser {
  public:
   // The selection must be filled and outlive the form. Texts are localised here, and once more by the platform's
-  // form-text loader where there is one; a text without a translation stays Chinese.
+  // form-text loader if there is one; a text without a translation stays Chinese.
   frmMsgUser(RecipientSelection& selection, TextView title);
 
   // Shows the window over the host's active window until the user has answered, and notes the answer in the selection.
