@@ -5,6 +5,7 @@
 #include <limits>
 #include <random>
 
+#include "com/server/TypeDescription.h"
 #include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
@@ -117,8 +118,8 @@ std::vector<Member> MembersOf(REFIID iid) {
   ComPtr<ITypeInfo> info;
   EXPECT_EQ(LoadTypeLibEx((ServerFolder() + L"TavioClassBillAction.dll").c_str(), REGKIND_NONE, &library), S_OK);
   EXPECT_EQ(library->GetTypeInfoOfGuid(iid, &info), S_OK);
-  FUNCDESC* function = nullptr;
-  for (UINT i = 7; SUCCEEDED(info->GetFuncDesc(i, &function)); ++i) {
+  for (UINT i = 7; const auto described = com::FunctionAt(info.Get(), i); ++i) {
+    const auto function = described.Get();
     EXPECT_EQ(function->callconv, CC_STDCALL);
     EXPECT_EQ(static_cast<std::size_t>(function->oVft), (7 + members.size()) * sizeof(void*));
     BString name, description;
@@ -128,7 +129,6 @@ std::vector<Member> MembersOf(REFIID iid) {
       member.parameters += !(function->lprgelemdescParam[p].paramdesc.wParamFlags & PARAMFLAG_FRETVAL);
     }
     members.push_back(std::move(member));
-    info->ReleaseFuncDesc(function);
   }
   return members;
 }
@@ -164,61 +164,75 @@ TEST_F(ServerTest, MembersKeepTheirIdentifiersAndOrder) {
   }
 }
 
+// TransMessage(strMessage, [TransCaption], [TransValue], [TransName]): one flag is to be true, or a box asks for it.
 TEST_F(ServerTest, ArgumentsAreGivenByNameOrLeftOut) {
   const auto message = Make(__uuidof(::Message));
   const Value text(L"[a]"), yes(true), missing = Value::Missing();
   Value variable(true);
   const struct {
+    const char* name;
     std::vector<VARIANT> arguments;
     std::vector<const wchar_t*> names;
     HRESULT outcome;
   } cases[] = {
-      {{text.Raw(), yes.Raw()}, {}, S_OK},
-      {{text.Raw(), missing.Raw(), yes.Raw()}, {}, S_OK},
-      {{text.Raw(), yes.Raw()}, {L"transname"}, S_OK},
-      {{Variable(variable), text.Raw()}, {L"TransValue", L"strMessage"}, S_OK},
-      {{text.Raw(), yes.Raw()}, {L"strMessage"}, DISP_E_PARAMNOTFOUND},  // given twice
-      {{yes.Raw()}, {L"TransName"}, DISP_E_PARAMNOTOPTIONAL},
-      {{text.Raw(), yes.Raw()}, {L"Translate"}, DISP_E_UNKNOWNNAME},
-      {{text.Raw(), yes.Raw(), yes.Raw(), yes.Raw(), yes.Raw()}, {}, DISP_E_BADPARAMCOUNT},
-      {{}, {}, DISP_E_PARAMNOTOPTIONAL},
+      {"the last two not passed", {text.Raw(), yes.Raw()}, {}, S_OK},
+      {"one passed as left out", {text.Raw(), missing.Raw(), yes.Raw()}, {}, S_OK},
+      {"one by name", {text.Raw(), yes.Raw()}, {L"transname"}, S_OK},
+      {"all by name, in any order", {Variable(variable), text.Raw()}, {L"TransValue", L"strMessage"}, S_OK},
+      {"one by place and by name", {text.Raw(), yes.Raw()}, {L"strMessage"}, DISP_E_PARAMNOTFOUND},
+      {"a needed one left out", {yes.Raw()}, {L"TransName"}, DISP_E_PARAMNOTOPTIONAL},
+      {"none at all", {}, {}, DISP_E_PARAMNOTOPTIONAL},
+      {"a name that there is not", {text.Raw(), yes.Raw()}, {L"Translate"}, DISP_E_UNKNOWNNAME},
+      {"too many", {text.Raw(), yes.Raw(), yes.Raw(), yes.Raw(), yes.Raw()}, {}, DISP_E_BADPARAMCOUNT},
   };
   for (const auto& c : cases) {
     Call call{L"TransMessage", c.arguments, DISPATCH_METHOD, c.names};
-    EXPECT_EQ(call.On(message.Get()), c.outcome) << &c - cases;
-    EXPECT_EQ(Show(call.result), c.outcome == S_OK ? R"("[a]")" : "empty") << &c - cases;
+    EXPECT_EQ(call.On(message.Get()), c.outcome) << c.name;
+    EXPECT_EQ(Show(call.result), c.outcome == S_OK ? R"("[a]")" : "empty") << c.name;
   }
-  Call send{L"SendMessage"}, none{L"TransMessage", {text.Raw()}};
-  EXPECT_EQ(send.On(message.Get()), S_OK);
-  EXPECT_EQ(none.On(message.Get()), S_OK);
+  EXPECT_EQ(Call{L"SendMessage"}.On(message.Get()), S_OK) << "a package left out";
+  EXPECT_EQ((Call{L"TransMessage", {text.Raw()}}.On(message.Get())), S_OK) << "all flags left out";
   EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«未指定需要进行何种翻译!»")});
 }
 
 TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
-  FakeObject stranger;
-  const auto message = Make(__uuidof(::Message)), actions = Make(__uuidof(::BillActions));
-  Value word(L"x"), large(3e9), five(5), object(stranger.New());
-  Value malformed = Record({{L"FID", L"x"}}).AsValue();
+  constexpr auto kGet = DISPATCH_PROPERTYGET, kLet = DISPATCH_PROPERTYPUT, kSet = DISPATCH_PROPERTYPUTREF;
+  const Value word(L"x"), five(5), stranger(FakeObject().New()), malformed = Record({{L"FID", L"x"}}).AsValue();
+  Value large(3e9), number(5), object(FakeObject().New());
+  const wchar_t* const mismatch = L"«类型不匹配»";  // in the words of the member, which was reached
   const struct {
-    IDispatch* object;
+    const char* name;
+    const CLSID& on;
     Call call;
     HRESULT outcome;
-    const wchar_t* description;
+    const wchar_t* description = L"";
   } cases[] = {
-      {actions.Get(), {L"ClassTypeID", {word.Raw()}, DISPATCH_PROPERTYPUT}, DISP_E_TYPEMISMATCH, L""},
-      {actions.Get(), {L"ClassTypeID", {Variable(large)}, DISPATCH_PROPERTYPUT}, DISP_E_OVERFLOW, L""},
-      {actions.Get(), {L"ClassType", {}, DISPATCH_PROPERTYGET}, DISP_E_MEMBERNOTFOUND, L""},
-      {actions.Get(), {L"Initialize", {five.Raw()}}, DISP_E_BADPARAMCOUNT, L""},
-      {actions.Get(), {L"AddNew", {Variable(five)}}, DISP_E_TYPEMISMATCH, L""},
-      {actions.Get(), {L"AddNew", {Variable(object)}}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
-      {actions.Get(), {L"ClassTypeEntry", {object.Raw()}, DISPATCH_PROPERTYPUT}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
-      {actions.Get(), {L"ClassType", {malformed.Raw()}, DISPATCH_PROPERTYPUTREF}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
-      {message.Get(), {L"GroupInfo", {five.Raw()}, DISPATCH_PROPERTYPUTREF}, DISP_E_TYPEMISMATCH, L"«类型不匹配»"},
+      {"text for a number", __uuidof(::BillActions), {L"ClassTypeID", {word.Raw()}, kLet}, DISP_E_TYPEMISMATCH},
+      {"variable beyond 32 bits", __uuidof(::BillActions), {L"ClassTypeID", {Variable(large)}, kLet}, DISP_E_OVERFLOW},
+      {"read of what is only set", __uuidof(::BillActions), {L"ClassType", {}, kGet}, DISP_E_MEMBERNOTFOUND},
+      {"argument for none", __uuidof(::BillActions), {L"Initialize", {five.Raw()}}, DISP_E_BADPARAMCOUNT},
+      {"number for a package", __uuidof(::BillActions), {L"AddNew", {Variable(number)}}, DISP_E_TYPEMISMATCH},
+      {"stranger for a package",
+       __uuidof(::BillActions),
+       {L"AddNew", {Variable(object)}},
+       DISP_E_TYPEMISMATCH,
+       mismatch},
+      {"stranger for a list",
+       __uuidof(::BillActions),
+       {L"ClassTypeEntry", {stranger.Raw()}, kLet},
+       DISP_E_TYPEMISMATCH,
+       mismatch},
+      {"template whose FID is a word",
+       __uuidof(::BillActions),
+       {L"ClassType", {malformed.Raw()}, kSet},
+       DISP_E_TYPEMISMATCH,
+       mismatch},
+      {"number for any object", __uuidof(::Message), {L"GroupInfo", {five.Raw()}, kSet}, DISP_E_TYPEMISMATCH, mismatch},
   };
-  for (auto& c : cases) {
-    auto& call = const_cast<Call&>(c.call);
-    EXPECT_EQ(call.On(c.object), c.outcome) << &c - cases;
-    EXPECT_EQ(call.description, c.description) << &c - cases;
+  for (const auto& c : cases) {
+    Call call = {c.call.member, c.call.arguments, c.call.flags};
+    EXPECT_EQ(call.On(Make(c.on).Get()), c.outcome) << c.name;
+    EXPECT_EQ(call.description, c.description) << c.name;
   }
 }
 

@@ -106,7 +106,7 @@ HRESULT ArgumentFrame::Convert(const Dispatch::Parameter& parameter, Slot& slot)
   return result;
 }
 
-// A parameter that may be left out and has no default: "missing" where it is a VARIANT, otherwise its type's zero.
+// A parameter that may be left out and has no default: "missing" if it is a VARIANT, otherwise its type's zero.
 HRESULT ArgumentFrame::Supply(const Dispatch::Parameter& parameter, VARIANT& supplied) {
   if (!parameter.optional) return DISP_E_PARAMNOTOPTIONAL;
   if (parameter.type == VT_DISPATCH) {  // its default is written as the number 0
