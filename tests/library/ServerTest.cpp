@@ -195,6 +195,20 @@ TEST_F(ServerTest, ArgumentsAreGivenByNameOrLeftOut) {
   EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«未指定需要进行何种翻译!»")});
 }
 
+// As some hosts pass what their caller left out.
+TEST_F(ServerTest, ReferenceToNothingCountsAsLeftOut) {
+  const auto message = Make(__uuidof(::Message));
+  const Value text(L"[a]"), yes(true);
+  for (const VARTYPE type : {VT_VARIANT, VT_BOOL, VT_I2, VT_BSTR}) {
+    VARIANT nowhere = {};
+    nowhere.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    Call flag{L"TransMessage", {text.Raw(), nowhere, yes.Raw()}}, user{L"AddUser", {nowhere}};
+    EXPECT_EQ(flag.On(message.Get()), S_OK) << type;
+    EXPECT_EQ(Show(flag.result), R"("[a]")") << type;
+    EXPECT_EQ(user.On(message.Get()), DISP_E_PARAMNOTOPTIONAL) << type;
+  }
+}
+
 TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
   constexpr auto kGet = DISPATCH_PROPERTYGET, kLet = DISPATCH_PROPERTYPUT, kSet = DISPATCH_PROPERTYPUTREF;
   const Value word(L"x"), five(5), stranger(FakeObject().New()), malformed = Record({{L"FID", L"x"}}).AsValue();

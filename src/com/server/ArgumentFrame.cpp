@@ -19,9 +19,10 @@ VARTYPE ExpectedType(const Dispatch::Parameter& parameter) noexcept {
   return static_cast<VARTYPE>(parameter.byReference ? VT_BYREF | parameter.type : parameter.type);
 }
 
-// The argument behind a variable.
+// The argument itself or, if it is a variable, what that holds. Null if it refers to nothing.
 const VARIANT* Behind(const VARIANT* argument) noexcept {
-  return argument->vt == kVariable ? argument->pvarVal : argument;
+  if (argument && argument->vt == kVariable) argument = argument->pvarVal;
+  return argument && argument->vt & VT_BYREF && !argument->byref ? nullptr : argument;
 }
 
 }  // namespace
@@ -39,6 +40,7 @@ bool ArgumentFrame::Fits(const Dispatch::Member& member, const DISPPARAMS& given
   for (UINT i = 0; i < given.cArgs; ++i) {
     const auto& parameter = member.parameters[given.cArgs - 1 - i];
     const VARTYPE type = given.rgvarg[i].vt;
+    if (type & VT_BYREF && !given.rgvarg[i].byref) return false;
     const bool anything = parameter.type == VT_VARIANT && !(type & VT_BYREF) && !IsLeftOut(&given.rgvarg[i]);
     if (type != ExpectedType(parameter) && !anything) return false;
   }
@@ -84,7 +86,7 @@ HRESULT ArgumentFrame::Place() {
 }
 
 HRESULT ArgumentFrame::Convert(const Dispatch::Parameter& parameter, Slot& slot) {
-  const VARIANT* value = slot.source ? Behind(slot.source) : nullptr;
+  const VARIANT* value = Behind(slot.source);
   const VARTYPE expected = ExpectedType(parameter);
   HRESULT result = S_OK;
   if (IsLeftOut(value)) {
@@ -130,7 +132,7 @@ void ArgumentFrame::Pass(const Dispatch::Parameter& parameter, Slot& slot) noexc
 void ArgumentFrame::WriteBack() noexcept {
   for (std::size_t i = 0; i < slots_.size(); ++i) {
     auto& slot = slots_[i];
-    const bool fromVariable = slot.source && slot.source->vt == kVariable;
+    const bool fromVariable = slot.source && slot.source->vt == kVariable && Behind(slot.source);
     const bool converted = slot.passed.vt & VT_BYREF && slot.passed.byref == &slot.converted.byref;
     if (fromVariable && converted && member_.parameters[i].byReference) {
       VariantCopy(slot.source->pvarVal, &slot.converted);
