@@ -2,6 +2,7 @@
 
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <limits>
 #include <random>
 
@@ -67,6 +68,34 @@ VARIANT Variable(Value& value) {
   variable.pvarVal = value.InPlace();
   return variable;
 }
+
+VARIANT Typed(Value& value) {
+  VARIANT reference = {};
+  reference.vt = static_cast<VARTYPE>(VT_BYREF | value.Type());
+  reference.byref = &value.InPlace()->byref;
+  return reference;
+}
+
+// By value, in a variable, and by a reference of its own type if there is one.
+VARIANT Passed(Value& held, std::size_t way) {
+  if (way == 0) return held.Raw();
+  const auto type = held.Type();
+  return way == 1 || type == VT_EMPTY || type == VT_NULL || type == VT_DECIMAL ? Variable(held) : Typed(held);
+}
+
+// An object that stands for its only property, as hosts have them.
+class Standing : public LateBound {
+ public:
+  explicit Standing(std::function<Value()> read) {
+    Add(L"Value", [read = std::move(read)](Arguments&) { return read(); });
+    Default(L"Value");
+  }
+  static Value New(std::function<Value()> read) {
+    Value made{ComPtr<IDispatch>()};
+    made.InPlace()->pdispVal = new Standing(std::move(read));
+    return made;
+  }
+};
 
 // The built server, unregistered. It keeps the texts component for good, so that is made before what a test counts.
 class ServerTest : public ::testing::Test {
@@ -195,6 +224,45 @@ TEST_F(ServerTest, ArgumentsAreGivenByNameOrLeftOut) {
   EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«未指定需要进行何种翻译!»")});
 }
 
+// Two true flags are settled: that for values becomes false. Only a variable that changes is written.
+TEST_F(ServerTest, VariablesAreConvertedInAndBack) {
+  const auto message = Make(__uuidof(::Message));
+  const Value text(L"[a]");
+  const struct {
+    Item flag;
+    const char* changed;
+  } cases[] = {{true, "false"}, {Short(1), "0s"}, {1, "0"}, {1.0, "0"}, {L"1", "\"False\""}};
+  for (const auto& c : cases) {
+    const auto before = Show(c.flag.value);
+    Value typed[] = {c.flag.value.Copy(), c.flag.value.Copy()}, held[] = {c.flag.value.Copy(), c.flag.value.Copy()};
+    EXPECT_EQ((Call{L"TransMessage", {text.Raw(), Typed(typed[0]), Typed(typed[1])}}.On(message.Get())), S_OK);
+    EXPECT_EQ((Call{L"TransMessage", {text.Raw(), Variable(held[0]), Variable(held[1])}}.On(message.Get())), S_OK);
+    EXPECT_EQ(Show(typed[0]), before);
+    EXPECT_EQ(Show(typed[1]), c.changed);
+    EXPECT_EQ(Show(held[0]), before);
+    EXPECT_EQ(Show(held[1]), "false") << before << ": a variable of any type takes the flag's own";
+  }
+  Value user = Short(5);
+  EXPECT_EQ((Call{L"AddUser", {Typed(user)}}.On(message.Get())), S_OK);
+  EXPECT_EQ(boxes.Take().size(), 2u) << "of an unbound message, which has been reached";
+}
+
+// Reading an argument can run the host's code, which changes its other variables and lets go of its objects.
+TEST_F(ServerTest, HostsCodeMayRunWhileArgumentsAreRead) {
+  auto* message = Make(__uuidof(::Message)).Detach();
+  Value text(L"[a]"), yes(true);
+  Value flag = Standing::New([&] {
+    text = Value(L"[b]");
+    const Value reused[] = {Value(L"[c]"), Value(L"[d]")};
+    EXPECT_NE(message->Release(), 0u);
+    return Value(true);
+  });
+  Call call{L"TransMessage", {Variable(text), yes.Raw(), Variable(flag)}};
+  EXPECT_EQ(call.On(message), S_OK);
+  EXPECT_EQ(Show(call.result), R"("[a]")");
+  EXPECT_EQ(Show(flag), "false");
+}
+
 // As some hosts pass what their caller left out.
 TEST_F(ServerTest, ReferenceToNothingCountsAsLeftOut) {
   const auto message = Make(__uuidof(::Message));
@@ -312,17 +380,6 @@ std::vector<Item> AllKinds() {
     all.emplace_back(Value::In(variant));
   }
   return all;
-}
-
-// By value, in a variable, and by a reference of its own type where there is one.
-VARIANT Passed(Value& held, std::size_t road) {
-  if (road == 0) return held.Raw();
-  VARIANT reference = Variable(held);
-  const auto type = held.Type();
-  if (road == 1 || type == VT_EMPTY || type == VT_NULL || type == VT_DECIMAL) return reference;
-  reference.vt = static_cast<VARTYPE>(VT_BYREF | type);
-  reference.byref = &held.InPlace()->byref;
-  return reference;
 }
 
 // Three calls in four are as the member is meant to be called, with any arguments. Not called is what opens a dialog. The

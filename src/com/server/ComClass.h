@@ -29,6 +29,7 @@ class ComClass : public ComObject<Main, ISupportErrorInfo> {
   }
   STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* info,
                       UINT* wrongArgument) override {
+    const Microsoft::WRL::ComPtr<Dual> held(this);  // reading the arguments, too, can run code that lets it go
     return Dispatch::For(__uuidof(Dual))
         .Invoke(static_cast<Dual*>(this), member, flags, arguments, result, info, wrongArgument);
   }
