@@ -224,6 +224,30 @@ TEST_F(ServerTest, ArgumentsAreGivenByNameOrLeftOut) {
   EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«未指定需要进行何种翻译!»")});
 }
 
+// Script hosts read a member to see what it is ("typeof ba.RemoveAll"), and call a property ("m.ClassTypeID()").
+TEST_F(ServerTest, ReadRunsNoMethod) {
+  constexpr WORD kCall = DISPATCH_METHOD, kRead = DISPATCH_PROPERTYGET;
+  const auto message = Make(__uuidof(::Message));
+  const struct {
+    const char* name;
+    const wchar_t* member;
+    WORD flags;
+    HRESULT outcome;
+  } cases[] = {
+      {"method read", L"GetVariableList", kRead, DISP_E_MEMBERNOTFOUND},
+      {"method called", L"GetVariableList", kCall, S_OK},
+      {"method called or read", L"GetVariableList", kCall | kRead, S_OK},
+      {"property read", L"ClassTypeID", kRead, S_OK},
+      {"property called", L"ClassTypeID", kCall, S_OK},
+      {"property called or read", L"ClassTypeID", kCall | kRead, S_OK},
+      {"property that is only set", L"Data", kCall | kRead, DISP_E_MEMBERNOTFOUND},
+      {"method set", L"GetVariableList", DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND},
+  };
+  for (const auto& c : cases) {
+    EXPECT_EQ((Call{c.member, {}, c.flags}.On(message.Get())), c.outcome) << c.name;
+  }
+}
+
 // Two true flags are settled: that for values becomes false. Only a variable that changes is written.
 TEST_F(ServerTest, VariablesAreConvertedInAndBack) {
   const auto message = Make(__uuidof(::Message));

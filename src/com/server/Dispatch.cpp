@@ -40,9 +40,10 @@ WORD FlagOf(INVOKEKIND kind) noexcept { return static_cast<WORD>(kind); }
 constexpr WORD kAssignments = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 constexpr WORD kReads = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 
-// Hosts differ in what they call a read ("x.Count()", an enumerator) and which assignment they make.
-bool IsNearlyAsked(WORD kind, WORD flags) noexcept {
-  return (kind & kAssignments && flags & kAssignments) || (kind & kReads && flags & kReads);
+// Hosts differ in which assignment they make, and call a property ("x.Count()", an enumerator). A method is never read.
+bool IsAskedFor(WORD kind, WORD flags) noexcept {
+  if (kind & kAssignments) return flags & kAssignments;
+  return flags & (kind == DISPATCH_METHOD ? DISPATCH_METHOD : kReads);
 }
 
 }  // namespace
@@ -97,7 +98,7 @@ const Dispatch::Member* Dispatch::Find(DISPID id, WORD& flags) const noexcept {
   for (const auto& member : members_) {
     if (member.id != id) continue;
     if (FlagOf(member.kind) == flags) return &member;
-    if (!other && IsNearlyAsked(FlagOf(member.kind), flags)) other = &member;
+    if (!other && IsAskedFor(FlagOf(member.kind), flags)) other = &member;
   }
   if (other) flags = FlagOf(other->kind);
   return other;
