@@ -1,4 +1,5 @@
 #include <TavioClassBillAction.h>
+#include <Vexo.h>
 
 #include <cstdlib>
 #include <filesystem>
@@ -6,6 +7,7 @@
 #include <limits>
 #include <random>
 
+#include "com/server/ErrorInformation.h"
 #include "com/server/TypeDescription.h"
 #include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
@@ -363,6 +365,37 @@ TEST_F(ServerTest, EarlyBoundCallersGetErrorInformation) {
   EXPECT_EQ(boxes.Take().size(), 1u);
   SysFreeString(text);
   EXPECT_EQ(message->GetMessage(nullptr), E_POINTER);
+}
+
+// The description of a failure is the failing member's own: a list's position that is not there has one, nothing else.
+TEST_F(ServerTest, ContainersDescribeTheirOwnFailuresOnly) {
+  const auto record = Dictionary::New();
+  const auto list = Vector::New();
+  ComPtr<_Dictionary> early;
+  ASSERT_EQ(record.Object().As(&early), S_OK);
+  VARIANT unknownType = {};
+  unknownType.vt = 0x7f;
+  const auto& broken = Value::In(unknownType);
+  const struct {
+    const char* name;
+    std::function<void()> fails;
+    const char* description;
+  } cases[] = {
+      {"stored value", [&] { record.Set(L"a"_key, broken); }, "自动化错误 0x80020008"},
+      {"stored item", [&] { list.Add(broken); }, "自动化错误 0x80020008"},
+      {"item", [&] { list.Item(1); }, "下标越界"},
+      {"no place for an answer",
+       [&] { throw Error::FromObject(early.Get(), __uuidof(_Dictionary), early->get_Count(nullptr)); }, "对象未设置"},
+  };
+  for (const auto& c : cases) {
+    com::Raise(IID_NULL, E_FAIL, L"Host", L"断开");
+    EXPECT_EQ(Outcome([&] {
+                c.fails();
+                return Value();
+              }),
+              c.description)
+        << c.name;
+  }
 }
 
 TEST_F(ServerTest, ObjectLetGoWhileItWorksEndsWhenItIsDone) {
