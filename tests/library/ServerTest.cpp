@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <functional>
 #include <limits>
+#include <map>
 #include <random>
 
 #include "com/server/ErrorInformation.h"
@@ -139,8 +140,20 @@ struct Member {
   std::wstring name, description;
   DISPID id;
   INVOKEKIND kind;
-  std::size_t parameters = 0;
+  std::vector<std::string> parameters = {};
 };
+
+// The type of a parameter, with "&" if it is by reference, and what it is if it is left out.
+std::string ShowParameter(const ELEMDESC& element) {
+  static const std::map<VARTYPE, std::string> names = {
+      {VT_I4, "long"}, {VT_BSTR, "text"}, {VT_BOOL, "flag"}, {VT_DISPATCH, "object"}, {VT_VARIANT, "any"}};
+  const bool byReference = element.tdesc.vt == VT_PTR;
+  std::string shown = names.at(byReference ? element.tdesc.lptdesc->vt : element.tdesc.vt) + (byReference ? "&" : "");
+  if (element.paramdesc.wParamFlags & PARAMFLAG_FHASDEFAULT) {
+    shown += "=" + Show(Value::In(element.paramdesc.pparamdescex->varDefaultValue));
+  }
+  return shown;
+}
 
 // An interface's own members, which stand in its table in this order behind those of IDispatch.
 std::vector<Member> MembersOf(REFIID iid) {
@@ -157,41 +170,69 @@ std::vector<Member> MembersOf(REFIID iid) {
     info->GetDocumentation(function->memid, name.Receive(), description.Receive(), nullptr, nullptr);
     Member member{Text(name.View()), Text(description.View()), function->memid, function->invkind};
     for (SHORT p = 0; p < function->cParams; ++p) {
-      member.parameters += !(function->lprgelemdescParam[p].paramdesc.wParamFlags & PARAMFLAG_FRETVAL);
+      const auto& element = function->lprgelemdescParam[p];
+      if (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) continue;
+      member.parameters.push_back(ShowParameter(element));
     }
     members.push_back(std::move(member));
   }
   return members;
 }
 
-// Scripts find members by name, compiled hosts by the identifier and by the place that were current for them. What the
-// descriptions say stands beside them in the documents; these here are the oldest ones.
-TEST_F(ServerTest, MembersKeepTheirIdentifiersAndOrder) {
-  const std::pair<IID, std::string> interfaces[] = {
-      {__uuidof(_BillActions),
-       "1 ClassTypeID, 1 ClassTypeID, 2 ClassType, 3 ClassTypeEntry, 4 TableInfo, 5 vctPredefineAction, "
-       "6 Initialize, 7 Save, 8 SetBillActions, 9 NewBill, 10 GetBillActions, 11 Item, 12 GetEnvironmentItems, "
-       "13 LookUp, 14 AddNew, 15 Remove, 16 RemoveAll, 17 Update, 18 GetAppendVariables, 19 AddAppendVariables, "
-       "20 GetMessage, 21 DownloadFile, "},
-      {__uuidof(_PredefineActions), "1 Item, 2 SetList, 3 GetList, 4 LookUp, 5 GetDefaultActions, 6 LookupRightMask, "},
-      {__uuidof(_BillEnvironments),
-       "1 GetList, 2 GetSortList, 3 GetSortListMsg, 4 GetBillTypeList, 5 GetItem, 6 GetClassMenu, "},
-      {__uuidof(_Message),
-       "1 ClassTypeID必须先设置, 1 ClassTypeID必须先设置, 2 Data, 3 ClassType必须先设置, 4 TableInfo必须先设置, "
-       "5 ClassTypeEntry必须先设置, 6 MustSelectMsgUser, 6 MustSelectMsgUser, 7 GroupInfo, 8 ExcludeUser, 9 "
-       "SetMessage, 10 GetMessage, 11 RefreshVariableList, "
-       "12 AddVariable, 13 NewMessage, 14 RefreshVariableValue, 15 SendSMS, 16 SelectedUser, 16 SelectedUser, "
-       "17 SendMessage, 18 AddUser, 19 RemoveUser, 20 RemoveAllUsers, 21 TransMessage, 22 GetVariableUser, "
-       "23 GetVariableList, 24 SendEmail, 25 SendShortMessage, "},
+// "1 ClassTypeID=(long)": what it is called by, how it is assigned if it is, what it takes.
+std::string ShowMember(const Member& member) {
+  const char* assigned = member.kind == INVOKE_PROPERTYPUT ? "=" : member.kind == INVOKE_PROPERTYPUTREF ? ":=" : "";
+  std::string parameters;
+  for (const auto& parameter : member.parameters) parameters += (parameters.empty() ? "" : ", ") + parameter;
+  const bool oldest = member.description == L"必须先设置";
+  return std::to_string(member.id) + " " + Utf8(member.name) + assigned + "(" + parameters + ")" +
+         (oldest ? Utf8(member.description) : "");
+}
+
+// Scripts find members by name, compiled hosts by the identifiers, the place and the parameters that were current for
+// them. What the descriptions say stands beside them in the documents; these here are the oldest ones.
+TEST_F(ServerTest, ClassesKeepWhatHostsAreBoundTo) {
+  const auto known = [](unsigned char last) {
+    return GUID{0x2b7c9f10, 0x4e6d, 0x4b0a, {0x9c, 0x43, 0x7d, 0x5f, 0x1e, 0x8a, 0x60, last}};
   };
-  for (const auto& [iid, expected] : interfaces) {
+  const struct {
+    CLSID id;
+    IID interfaceId;
     std::string members;
-    for (const auto& member : MembersOf(iid)) {
+  } classes[] = {
+      {known(0x21), known(0x11),
+       "1 ClassTypeID=(long); 1 ClassTypeID(); 2 ClassType:=(object); 3 ClassTypeEntry=(object); "
+       "4 TableInfo=(object); 5 vctPredefineAction=(object); 6 Initialize(); 7 Save(); "
+       "8 SetBillActions(object&); 9 NewBill(); 10 GetBillActions(); 11 Item(text); "
+       "12 GetEnvironmentItems(long); 13 LookUp(text); 14 AddNew(object&); 15 Remove(text&); "
+       "16 RemoveAll(); 17 Update(object&); 18 GetAppendVariables(); 19 AddAppendVariables(object); "
+       "20 GetMessage(text, long); 21 DownloadFile(any, text=\"Temp.tmp\"); "},
+      {known(0x22), known(0x12),
+       "1 Item(text); 2 SetList(object&); 3 GetList(); 4 LookUp(text); 5 GetDefaultActions(long); "
+       "6 LookupRightMask(long); "},
+      {known(0x23), known(0x13),
+       "1 GetList(long=0, long=0); 2 GetSortList(long=0, long=0); 3 GetSortListMsg(long=0, long=0); "
+       "4 GetBillTypeList(long); 5 GetItem(long=0, long=0); 6 GetClassMenu(); "},
+      {known(0x24), known(0x14),
+       "1 ClassTypeID=(long)必须先设置; 1 ClassTypeID()必须先设置; 2 Data:=(object); "
+       "3 ClassType:=(object)必须先设置; 4 TableInfo:=(object)必须先设置; "
+       "5 ClassTypeEntry:=(object)必须先设置; 6 MustSelectMsgUser=(flag); 6 MustSelectMsgUser(); "
+       "7 GroupInfo:=(any); 8 ExcludeUser:=(object); 9 SetMessage(object); 10 GetMessage(); "
+       "11 RefreshVariableList(); 12 AddVariable(object); 13 NewMessage(); "
+       "14 RefreshVariableValue(object&); 15 SendSMS(); 16 SelectedUser(); 16 SelectedUser:=(object); "
+       "17 SendMessage(object=none); 18 AddUser(long&); 19 RemoveUser(long&); 20 RemoveAllUsers(); "
+       "21 TransMessage(text, flag&=false, flag&=false, flag&=false); 22 GetVariableUser(); "
+       "23 GetVariableList(); 24 SendEmail(object); 25 SendShortMessage(); "},
+  };
+  for (const auto& c : classes) {
+    std::string members;
+    for (const auto& member : MembersOf(c.interfaceId)) {
       EXPECT_FALSE(member.description.empty()) << Utf8(member.name);
-      const bool oldest = member.description == L"必须先设置";
-      members += std::to_string(member.id) + " " + Utf8(member.name + (oldest ? member.description : L"")) + ", ";
+      members += ShowMember(member) + "; ";
     }
-    EXPECT_EQ(members, expected);
+    EXPECT_EQ(members, c.members);
+    ComPtr<IUnknown> object;
+    EXPECT_EQ(Make(c.id)->QueryInterface(c.interfaceId, reinterpret_cast<void**>(object.GetAddressOf())), S_OK);
   }
 }
 
@@ -463,7 +504,7 @@ TEST_F(ServerTest, NoWildCallCrashesOrLeaks) {
       const auto& member = members[below(members.size())];
       const bool meant = below(4) != 0;
       std::vector<Value> held;
-      for (auto n = meant ? member.parameters : below(6); n > 0; --n) {
+      for (auto n = meant ? member.parameters.size() : below(6); n > 0; --n) {
         held.push_back(kinds[below(kinds.size())].value.Copy());
       }
       std::vector<VARIANT> arguments;
