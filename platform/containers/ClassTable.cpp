@@ -8,7 +8,7 @@
 namespace tavio::com {
 namespace {
 
-const ClassRow kClasses[] = {
+constexpr ClassRow kClasses[] = {
     {__uuidof(::Dictionary), L"Vexo.Dictionary", L"Vexo keyed data package", Make<vexo::DictionaryObject>},
     {__uuidof(::Vector), L"Vexo.Vector", L"Vexo indexed data package", Make<vexo::VectorObject>},
 };
@@ -16,6 +16,6 @@ const ClassRow kClasses[] = {
 }  // namespace
 
 // The platform's own containers go by the same names; if they are installed, they stay.
-const ServerTable kServer = {kClasses, &LIBID_Vexo, true};
+constexpr ServerTable kServer = {kClasses, &LIBID_Vexo, true};
 
 }  // namespace tavio::com

@@ -5,8 +5,8 @@
 namespace tavio::vexo {
 namespace {
 
-HRESULT HandOut(const VARIANT& value, VARIANT* result) noexcept {
-  return VariantCopyInd(result, const_cast<VARIANT*>(&value));  // only read
+void HandOut(const VARIANT& value, VARIANT* result) {
+  Check(VariantCopyInd(result, const_cast<VARIANT*>(&value)));  // only read
 }
 
 bool IsLeftOut(const VARIANT& argument) noexcept {
@@ -16,26 +16,20 @@ bool IsLeftOut(const VARIANT& argument) noexcept {
 }  // namespace
 
 STDMETHODIMP DictionaryObject::get_Count(LONG* result) {
-  if (!result) return E_POINTER;
-  *result = static_cast<LONG>(map_.Count());
-  return S_OK;
+  return com::Answer(result, [&] { *result = static_cast<LONG>(map_.Count()); });
 }
 
 STDMETHODIMP DictionaryObject::get_Name(LONG index, BSTR* result) {
-  if (!result) return E_POINTER;
-  *result = nullptr;
-  return com::Guarded([&] {
+  return com::Answer(result, [&] {
     const auto* entry = map_.At(index);
     *result = BString(entry ? entry->Key().View() : TextView()).Detach();
-    return S_OK;
   });
 }
 
 STDMETHODIMP DictionaryObject::get_Value(BSTR key, VARIANT* result) {
-  if (!result) return E_POINTER;
-  VariantInit(result);
-  const auto* found = map_.Find(ViewOf(key));
-  return found ? HandOut(found->Raw(), result) : S_OK;
+  return com::Answer(result, [&] {
+    if (const auto* found = map_.Find(ViewOf(key))) HandOut(found->Raw(), result);
+  });
 }
 
 // What is replaced or removed is let go at the end of the statement, when the map is whole: it may call back.
@@ -54,16 +48,14 @@ STDMETHODIMP DictionaryObject::putref_Value(BSTR key, IDispatch* value) {
 }
 
 STDMETHODIMP DictionaryObject::Lookup(BSTR key, VARIANT, VARIANT_BOOL* result) {
-  if (!result) return E_POINTER;
-  *result = map_.Find(ViewOf(key)) ? VARIANT_TRUE : VARIANT_FALSE;
-  return S_OK;
+  return com::Answer(result, [&] { *result = map_.Find(ViewOf(key)) ? VARIANT_TRUE : VARIANT_FALSE; });
 }
 
 STDMETHODIMP DictionaryObject::GetValue(BSTR key, VARIANT fallback, VARIANT* result) {
-  if (!result) return E_POINTER;
-  VariantInit(result);
-  if (const auto* found = map_.Find(ViewOf(key))) return HandOut(found->Raw(), result);
-  return IsLeftOut(fallback) ? S_OK : HandOut(fallback, result);
+  return com::Answer(result, [&] {
+    const auto* found = map_.Find(ViewOf(key));
+    if (found || !IsLeftOut(fallback)) HandOut(found ? found->Raw() : fallback, result);
+  });
 }
 
 STDMETHODIMP DictionaryObject::Remove(BSTR key) {
@@ -72,24 +64,19 @@ STDMETHODIMP DictionaryObject::Remove(BSTR key) {
 }
 
 STDMETHODIMP DictionaryObject::Clone(IDispatch** result) {
-  if (!result) return E_POINTER;
-  *result = nullptr;
-  return com::Guarded([&] {
+  return com::Answer(result, [&] {
     *result = new DictionaryObject(map_.CloneWith([](const Value& stored) { return stored.Copy(); }));
-    return S_OK;
   });
 }
 
 STDMETHODIMP DictionaryObject::CloneAll(IDispatch** result) { return Clone(result); }
 
 STDMETHODIMP DictionaryObject::get__NewEnum(IUnknown** result) {
-  if (!result) return E_POINTER;
-  *result = nullptr;
-  return com::Guarded([&] {
+  return com::Answer(result, [&] {
     Enumerator::Items keys;
     keys.reserve(map_.Count());
     for (LONG i = 1; const auto* entry = map_.At(i); ++i) keys.emplace_back(entry->Key().View());
-    return Enumerator::HandOut(std::move(keys), result);
+    *result = Enumerator::Over(std::move(keys));
   });
 }
 

@@ -5,11 +5,6 @@
 
 namespace tavio::vexo {
 
-HRESULT Enumerator::HandOut(Items items, IUnknown** result) {
-  *result = new Enumerator(std::make_shared<const Items>(std::move(items)));
-  return S_OK;
-}
-
 STDMETHODIMP Enumerator::Next(ULONG wanted, VARIANT* items, ULONG* fetched) {
   if (fetched) *fetched = 0;
   if (!items || (!fetched && wanted != 1)) return E_POINTER;

@@ -18,8 +18,8 @@ class Enumerator final : public com::ComObject<IEnumVARIANT> {
 
   explicit Enumerator(std::shared_ptr<const Items> items, std::size_t next = 0) noexcept
       : items_(std::move(items)), next_(next) {}
-  // Hands out an enumerator of `items`.
-  static HRESULT HandOut(Items items, IUnknown** result);
+  // A new one, with its first reference.
+  static IUnknown* Over(Items items) { return new Enumerator(std::make_shared<const Items>(std::move(items))); }
 
   STDMETHODIMP Next(ULONG wanted, VARIANT* items, ULONG* fetched) override;
   STDMETHODIMP Skip(ULONG count) override;

@@ -6,43 +6,37 @@
 namespace tavio::vexo {
 
 STDMETHODIMP VectorObject::get_Count(LONG* result) {
-  if (!result) return E_POINTER;
-  *result = static_cast<LONG>(items_.size());
-  return S_OK;
+  return com::Answer(result, [&] { *result = Count(); });
 }
 
 STDMETHODIMP VectorObject::get_LBound(LONG* result) {
-  if (!result) return E_POINTER;
-  *result = 1;
-  return S_OK;
+  return com::Answer(result, [&] { *result = 1; });
 }
 
 STDMETHODIMP VectorObject::get_UBound(LONG* result) { return get_Count(result); }
 
 STDMETHODIMP VectorObject::Add(VARIANT item, LONG* result) {
-  if (!result) return E_POINTER;
-  return com::Guarded([&] {
+  return com::Answer(result, [&] {
     items_.push_back(Value::CopyOf(item));
-    return get_Count(result);
+    *result = Count();
   });
 }
 
 STDMETHODIMP VectorObject::get_Item(LONG index, VARIANT* result) {
-  if (!result) return E_POINTER;
-  VariantInit(result);
   const auto* item = At(index);
-  if (!item) return com::Raise(__uuidof(_Vector), DISP_E_BADINDEX, L"Vexo.Vector", L"下标越界");
-  return VariantCopy(result, const_cast<VARIANT*>(item));  // only read
+  const HRESULT answered = com::Answer(result, [&] {
+    if (item) Check(VariantCopy(result, const_cast<VARIANT*>(item)));  // only read
+  });
+  if (item || FAILED(answered)) return answered;
+  return com::Raise(__uuidof(_Vector), DISP_E_BADINDEX, L"Vexo.Vector", L"下标越界");
 }
 
 STDMETHODIMP VectorObject::get__NewEnum(IUnknown** result) {
-  if (!result) return E_POINTER;
-  *result = nullptr;
-  return com::Guarded([&] {
+  return com::Answer(result, [&] {
     Enumerator::Items items;
     items.reserve(items_.size());
     for (const auto& item : items_) items.push_back(item.Copy());
-    return Enumerator::HandOut(std::move(items), result);
+    *result = Enumerator::Over(std::move(items));
   });
 }
 

@@ -31,6 +31,7 @@ class VectorObject final : public com::ComClass<_Vector, IVectorInPlace> {
   STDMETHODIMP ReadItem(LONG index, const VARIANT** value) override;
 
  private:
+  LONG Count() const noexcept { return static_cast<LONG>(items_.size()); }
   const VARIANT* At(LONG index) const noexcept;
 
   std::vector<Value> items_;

@@ -47,6 +47,6 @@ constexpr ClassRow kClasses[] = {
 
 }  // namespace
 
-const ServerTable kServer = {kClasses, nullptr, true};
+constexpr ServerTable kServer = {kClasses, nullptr, true};
 
 }  // namespace tavio::com

@@ -34,7 +34,7 @@ inline void HandOut(IDispatch** target, const Vector& list) noexcept { list.Obje
 // Runs a member and hands its result out.
 template <class Target, class Body>
 HRESULT Return(REFIID iid, Target* target, Body&& body) noexcept {
-  if (!target) return E_POINTER;
+  if (!target) return Undescribed(E_POINTER);
   *target = Target{};
   return Run(iid, [&] { HandOut(target, body()); });
 }

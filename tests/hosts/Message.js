@@ -19,6 +19,7 @@ try {
 check("user that is no number", raised, "raised");
 
 var actions = new ActiveXObject("TavioClassBillAction.BillActions");
+check("a method that is only looked at", typeof actions.RemoveAll + " " + boxes(), "unknown ");
 actions.ClassTypeID = 1005;
 actions.Initialize();
 message.RefreshVariableList();

@@ -2,10 +2,10 @@
 
 #include <oleauto.h>
 
+#include "com/server/ByReference.h"
+
 namespace tavio::com {
 namespace {
-
-constexpr VARTYPE kVariable = VT_BYREF | VT_VARIANT;
 
 bool IsAssignment(const Dispatch::Member& member) noexcept {
   return member.kind == INVOKE_PROPERTYPUT || member.kind == INVOKE_PROPERTYPUTREF;
@@ -19,9 +19,8 @@ VARTYPE ExpectedType(const Dispatch::Parameter& parameter) noexcept {
   return static_cast<VARTYPE>(parameter.byReference ? VT_BYREF | parameter.type : parameter.type);
 }
 
-// The argument behind a variable.
-const VARIANT* Behind(const VARIANT* argument) noexcept {
-  return argument->vt == kVariable ? argument->pvarVal : argument;
+bool IsOfType(VARTYPE type, VARTYPE expected) noexcept {
+  return type == expected || (expected == VT_VARIANT && !(type & VT_BYREF));
 }
 
 }  // namespace
@@ -29,28 +28,20 @@ const VARIANT* Behind(const VARIANT* argument) noexcept {
 ArgumentFrame::ArgumentFrame(const Dispatch::Member& member, const DISPPARAMS& given) noexcept
     : member_(member), given_(given) {}
 
-ArgumentFrame::~ArgumentFrame() {
-  for (auto& slot : slots_) VariantClear(&slot.converted);
-}
-
 bool ArgumentFrame::Fits(const Dispatch::Member& member, const DISPPARAMS& given) noexcept {
   const UINT namedAllowed = IsAssignment(member) ? 1 : 0;
   if (given.cArgs != member.parameters.size() || given.cNamedArgs != namedAllowed) return false;
   for (UINT i = 0; i < given.cArgs; ++i) {
     const auto& parameter = member.parameters[given.cArgs - 1 - i];
     const VARTYPE type = given.rgvarg[i].vt;
-    const bool anything = parameter.type == VT_VARIANT && !(type & VT_BYREF) && !IsLeftOut(&given.rgvarg[i]);
-    if (type != ExpectedType(parameter) && !anything) return false;
+    if (type & VT_BYREF && !given.rgvarg[i].byref) return false;
+    if (IsLeftOut(&given.rgvarg[i]) || !IsOfType(type, ExpectedType(parameter))) return false;
   }
   return true;
 }
 
 HRESULT ArgumentFrame::Fill(UINT* wrongArgument) {
   slots_.resize(member_.parameters.size());
-  for (auto& slot : slots_) {
-    slot.passed = {};
-    slot.converted = {};
-  }
   HRESULT result = Place();
   for (std::size_t i = 0; SUCCEEDED(result) && i < slots_.size(); ++i) {
     result = Convert(member_.parameters[i], slots_[i]);
@@ -83,35 +74,33 @@ HRESULT ArgumentFrame::Place() {
   return S_OK;
 }
 
+// What a variable holds is never lent to the member: host code may change the variable, here at the conversion of another
+// argument or later.
 HRESULT ArgumentFrame::Convert(const Dispatch::Parameter& parameter, Slot& slot) {
-  const VARIANT* value = slot.source ? Behind(slot.source) : nullptr;
+  const VARIANT* value = Behind(slot.source);
   const VARTYPE expected = ExpectedType(parameter);
   HRESULT result = S_OK;
+  VARIANT* held = slot.held.InPlace();
   if (IsLeftOut(value)) {
-    result = Supply(parameter, slot.converted);
-  } else if (slot.source->vt == expected) {
-    slot.passed = *slot.source;
-    return S_OK;
-  } else if (value->vt == expected || (expected == VT_VARIANT && !(value->vt & VT_BYREF))) {
+    result = Supply(parameter, *held);
+  } else if (IsOfType(value->vt, expected) && (parameter.byReference || value == slot.source)) {
     slot.passed = *value;
     return S_OK;
   } else {
-    result = VariantCopyInd(&slot.converted, const_cast<VARIANT*>(value));  // only read
+    result = VariantCopyInd(held, const_cast<VARIANT*>(value));  // only read
   }
-  if (SUCCEEDED(result) && parameter.type != VT_VARIANT && slot.converted.vt != parameter.type) {
-    result =
-        VariantChangeTypeEx(&slot.converted, &slot.converted, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, parameter.type);
+  if (SUCCEEDED(result) && parameter.type != VT_VARIANT && held->vt != parameter.type) {
+    result = VariantChangeTypeEx(held, held, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, parameter.type);
   }
-  if (SUCCEEDED(result)) Pass(parameter, slot);
-  return result;
+  return SUCCEEDED(result) ? Pass(parameter, slot) : result;
 }
 
-// A parameter that may be left out and has no default: "missing" where it is a VARIANT, otherwise its type's zero.
+// A parameter that may be left out and has no default: "missing" if it is a VARIANT, otherwise its type's zero.
 HRESULT ArgumentFrame::Supply(const Dispatch::Parameter& parameter, VARIANT& supplied) {
+  supplied = {};
   if (!parameter.optional) return DISP_E_PARAMNOTOPTIONAL;
   if (parameter.type == VT_DISPATCH) {  // its default is written as the number 0
     supplied.vt = VT_DISPATCH;
-    supplied.pdispVal = nullptr;
     return S_OK;
   }
   if (parameter.fallback) return VariantCopy(&supplied, const_cast<VARIANT*>(parameter.fallback));  // only read
@@ -120,21 +109,18 @@ HRESULT ArgumentFrame::Supply(const Dispatch::Parameter& parameter, VARIANT& sup
   return S_OK;
 }
 
-void ArgumentFrame::Pass(const Dispatch::Parameter& parameter, Slot& slot) noexcept {
-  slot.passed = slot.converted;
-  if (!parameter.byReference) return;
+HRESULT ArgumentFrame::Pass(const Dispatch::Parameter& parameter, Slot& slot) {
+  slot.passed = slot.held.Raw();
+  if (!parameter.byReference) return S_OK;
+  VARIANT* held = slot.held.InPlace();
   slot.passed.vt = ExpectedType(parameter);
-  slot.passed.byref = parameter.type == VT_VARIANT ? static_cast<void*>(&slot.converted) : &slot.converted.byref;
+  slot.passed.byref = parameter.type == VT_VARIANT ? static_cast<void*>(held) : &held->byref;
+  return VariantCopy(slot.before.emplace().InPlace(), held);
 }
 
 void ArgumentFrame::WriteBack() noexcept {
-  for (std::size_t i = 0; i < slots_.size(); ++i) {
-    auto& slot = slots_[i];
-    const bool fromVariable = slot.source && slot.source->vt == kVariable;
-    const bool converted = slot.passed.vt & VT_BYREF && slot.passed.byref == &slot.converted.byref;
-    if (fromVariable && converted && member_.parameters[i].byReference) {
-      VariantCopy(slot.source->pvarVal, &slot.converted);
-    }
+  for (const auto& slot : slots_) {
+    if (slot.source && slot.before && !Same(*slot.before, slot.held)) StoreInto(*slot.source, slot.held);
   }
 }
 

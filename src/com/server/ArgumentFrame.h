@@ -1,6 +1,9 @@
 #pragma once
 
+#include <optional>
+
 #include "com/server/Dispatch.h"
+#include "foundation/values/Value.h"
 
 namespace tavio::com {
 
@@ -9,7 +12,6 @@ namespace tavio::com {
 class ArgumentFrame {
  public:
   ArgumentFrame(const Dispatch::Member& member, const DISPPARAMS& given) noexcept;
-  ~ArgumentFrame();
   ArgumentFrame(const ArgumentFrame&) = delete;
   ArgumentFrame& operator=(const ArgumentFrame&) = delete;
 
@@ -20,21 +22,23 @@ class ArgumentFrame {
   // Fills the frame. On failure `wrongArgument` tells which of the given arguments was refused.
   HRESULT Fill(UINT* wrongArgument);
   DISPPARAMS* Parameters() noexcept { return &filled_; }
-  // After a call that succeeded: hands what by-reference parameters hold to the variables they were made from.
+  // After a call that succeeded: gives what it has changed to the variables that by-reference parameters were made
+  // from, converted to their types. A variable that cannot hold it stays as it is.
   void WriteBack() noexcept;
 
  private:
-  // One parameter: what is passed, the converted value it may refer to, and the caller's argument.
+  // One parameter: the caller's argument, what is passed, and what that refers to if it is not the caller's own.
   struct Slot {
-    VARIANT passed;
-    VARIANT converted;
-    VARIANTARG* source = nullptr;
+    const VARIANTARG* source = nullptr;
+    VARIANT passed = {};
+    Value held;
+    std::optional<Value> before;  // `held` as it was passed, if the member may change it
   };
 
   HRESULT Place();
   static HRESULT Convert(const Dispatch::Parameter& parameter, Slot& slot);
   static HRESULT Supply(const Dispatch::Parameter& parameter, VARIANT& supplied);
-  static void Pass(const Dispatch::Parameter& parameter, Slot& slot) noexcept;
+  static HRESULT Pass(const Dispatch::Parameter& parameter, Slot& slot);
 
   const Dispatch::Member& member_;
   const DISPPARAMS& given_;

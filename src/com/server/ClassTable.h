@@ -12,16 +12,16 @@ struct ClassRow {
   CLSID id;
   const wchar_t* progId;
   const wchar_t* description;
-  // Makes an object and asks it for an interface; releases it again where it has none such.
+  // Makes an object and asks it for an interface; releases it again if it has none such.
   HRESULT (*make)(REFIID iid, void** object) noexcept;
 };
 
 // A server described as data. Each server defines the one instance, which drives its factories and its registration.
 struct ServerTable {
   std::span<const ClassRow> classes;
-  // The embedded type library; null where there is none.
+  // The embedded type library; null if there is none.
   const GUID* typeLibrary;
-  // Registration is refused where one of the ProgIDs belongs to somebody else's class.
+  // Registration is refused if one of the ProgIDs belongs to somebody else's class.
   bool refusesForeignClasses;
   // Lets go of what was kept between calls, when the server may be unloaded; null if it keeps nothing.
   void (*forget)() noexcept = nullptr;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <windows.h>
-#include <oaidl.h>
+#include <oleauto.h>
 
 #include "com/server/ComObject.h"
 #include "com/server/Dispatch.h"
@@ -29,17 +29,35 @@ class ComClass : public ComObject<Main, ISupportErrorInfo> {
   }
   STDMETHODIMP Invoke(DISPID member, REFIID, LCID, WORD flags, DISPPARAMS* arguments, VARIANT* result, EXCEPINFO* info,
                       UINT* wrongArgument) override {
+    const Microsoft::WRL::ComPtr<Dual> held(this);  // reading the arguments, too, can run code that lets it go
     return Dispatch::For(__uuidof(Dual))
         .Invoke(static_cast<Dual*>(this), member, flags, arguments, result, info, wrongArgument);
   }
 };
 
-// Runs a member that needs no description of its failures. No exception leaves it.
+// A failure without a description. That of an earlier one, which the thread may still have, is not taken for it.
+inline HRESULT Undescribed(HRESULT number) noexcept {
+  SetErrorInfo(0, nullptr);
+  return number;
+}
+
+// Runs a member whose failures need no description. No exception leaves it.
 template <class Body>
 HRESULT Guarded(Body&& body) noexcept try {
   return body();
 } catch (...) {
-  return Translate().Number();
+  return Undescribed(Translate().Number());
+}
+
+// The same for a member with a result, which `body` sets, and which is empty if it fails before.
+template <class Result, class Body>
+HRESULT Answer(Result* result, Body&& body) noexcept {
+  if (!result) return Undescribed(E_POINTER);
+  *result = Result{};
+  return Guarded([&] {
+    body();
+    return S_OK;
+  });
 }
 
 // The maker of a class for its row in the class table.

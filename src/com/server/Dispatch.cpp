@@ -40,9 +40,10 @@ WORD FlagOf(INVOKEKIND kind) noexcept { return static_cast<WORD>(kind); }
 constexpr WORD kAssignments = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
 constexpr WORD kReads = DISPATCH_METHOD | DISPATCH_PROPERTYGET;
 
-// Hosts differ in what they call a read ("x.Count()", an enumerator) and which assignment they make.
-bool IsNearlyAsked(WORD kind, WORD flags) noexcept {
-  return (kind & kAssignments && flags & kAssignments) || (kind & kReads && flags & kReads);
+// Hosts differ in which assignment they make, and call a property ("x.Count()", an enumerator). A method is never read.
+bool IsAskedFor(WORD kind, WORD flags) noexcept {
+  if (kind & kAssignments) return flags & kAssignments;
+  return flags & (kind == DISPATCH_METHOD ? DISPATCH_METHOD : kReads);
 }
 
 }  // namespace
@@ -55,22 +56,16 @@ Dispatch& Dispatch::For(REFIID interfaceId) noexcept {
   return *interfaces.emplace_back(new Dispatch(interfaceId));
 }
 
-void Dispatch::ForgetAll() noexcept {
-  for (const auto& known : Cache::Instance().interfaces) {
-    for (auto* function : known->functions_) known->typeInfo_->ReleaseFuncDesc(function);
-  }
-  Cache::Instance().interfaces.clear();
-}
+void Dispatch::ForgetAll() noexcept { Cache::Instance().interfaces.clear(); }
 
 Dispatch::Dispatch(REFIID interfaceId) : id_(interfaceId) {
   ComPtr<ITypeLib> library;
   loaded_ = LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, &library);
   if (SUCCEEDED(loaded_)) loaded_ = library->GetTypeInfoOfGuid(interfaceId, &typeInfo_);
   if (FAILED(loaded_)) return;
-  FUNCDESC* function = nullptr;
-  for (UINT i = 0; SUCCEEDED(typeInfo_->GetFuncDesc(i, &function)); ++i) {
-    functions_.push_back(function);
-    AddMember(*function);
+  for (UINT i = 0; auto function = FunctionAt(typeInfo_.Get(), i); ++i) {
+    AddMember(*function.Get().lent);
+    functions_.push_back(std::move(function));
   }
 }
 
@@ -97,13 +92,13 @@ HRESULT Dispatch::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const 
   return FAILED(loaded_) ? loaded_ : typeInfo_->GetIDsOfNames(names, count, ids);
 }
 
-// `flags` become the kind that the member knows, where the caller names the other one or both.
+// `flags` become the kind of the member that is found, if the caller names the other one or both.
 const Dispatch::Member* Dispatch::Find(DISPID id, WORD& flags) const noexcept {
   const Member* other = nullptr;
   for (const auto& member : members_) {
     if (member.id != id) continue;
     if (FlagOf(member.kind) == flags) return &member;
-    if (!other && IsNearlyAsked(FlagOf(member.kind), flags)) other = &member;
+    if (!other && IsAskedFor(FlagOf(member.kind), flags)) other = &member;
   }
   if (other) flags = FlagOf(other->kind);
   return other;

@@ -6,13 +6,15 @@
 
 #include <vector>
 
+#include "com/server/TypeDescription.h"
+
 namespace tavio::com {
 
 // Late-bound calls on one dual interface, over ITypeInfo::Invoke of the type library embedded in this server. In front
 // of it stands what script hosts need:
 //  - a variable passed for a typed parameter (VT_BYREF|VT_VARIANT) is converted, and takes what a
 //    by-reference parameter leaves behind;
-//  - arguments given by name, and those left out that have a default, also where the parameter is by reference;
+//  - arguments are given by name, and those that have a default are left out, by-reference ones too;
 //  - an assignment reaches a property that knows only the other kind of assignment ("x.Data = d" and "Set x.Data = d"),
 //    and a call reaches a property ("x.Count()" in JScript).
 // A refused argument answers DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADPARAMCOUNT or DISP_E_PARAMNOTOPTIONAL.
@@ -22,7 +24,7 @@ class Dispatch {
     VARTYPE type;  // without VT_BYREF
     bool byReference;
     bool optional;
-    const VARIANT* fallback;  // null where the parameter has no default
+    const VARIANT* fallback;  // null if the parameter has no default
   };
   struct Member {
     DISPID id;
@@ -50,7 +52,7 @@ class Dispatch {
   HRESULT loaded_ = E_FAIL;
   std::vector<Member> members_;
   // The descriptions stay alive, since the defaults of parameters are read in place.
-  std::vector<FUNCDESC*> functions_;
+  std::vector<FunctionDescription> functions_;
 
   struct Cache;
   friend struct Cache;

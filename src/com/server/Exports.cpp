@@ -31,14 +31,14 @@ STDAPI DllCanUnloadNow() {
   return S_OK;
 }
 
-STDAPI DllRegisterServer() { return Register(Scope::kMachine); }
+STDAPI DllRegisterServer() { return Register(kServer, Scope::kMachine); }
 
-STDAPI DllUnregisterServer() { return Unregister(Scope::kMachine); }
+STDAPI DllUnregisterServer() { return Unregister(kServer, Scope::kMachine); }
 
 // "user" registers for the current user only, as regsvr32 /n /i:user asks for; nothing else is understood.
 STDAPI DllInstall(BOOL install, LPCWSTR commandLine) {
   const bool perUser = commandLine && std::wcscmp(commandLine, L"user") == 0;
   if (!perUser && commandLine && *commandLine) return E_INVALIDARG;
   const Scope scope = perUser ? Scope::kUser : Scope::kMachine;
-  return install ? Register(scope) : Unregister(scope);
+  return install ? Register(kServer, scope) : Unregister(kServer, scope);
 }

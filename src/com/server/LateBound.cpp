@@ -1,5 +1,6 @@
 #include "com/server/LateBound.h"
 
+#include "com/server/ByReference.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/Text.h"
 
@@ -24,38 +25,7 @@ const VARIANT& Arguments::Raw(std::size_t index) const {
 
 Value Arguments::OrEmpty(std::size_t index) const { return index < Count() ? At(index) : Value(); }
 
-void Arguments::Return(std::size_t index, const Value& value) const {
-  const VARIANT& target = Raw(index);
-  if (!(target.vt & VT_BYREF)) return;
-  if (target.vt == (VT_BYREF | VT_VARIANT)) {
-    Check(VariantCopy(target.pvarVal, const_cast<VARIANT*>(&value.Raw())));
-    return;
-  }
-  const auto type = static_cast<VARTYPE>(target.vt & ~VT_BYREF);
-  Value changed;
-  Check(VariantChangeType(changed.InPlace(), const_cast<VARIANT*>(&value.Raw()), VARIANT_ALPHABOOL, type));
-  VARIANT fresh = changed.Detach();
-  switch (type) {
-    case VT_BSTR:
-      SysFreeString(std::exchange(*target.pbstrVal, fresh.bstrVal));
-      break;
-    case VT_DISPATCH:
-    case VT_UNKNOWN:
-      if (auto* old = std::exchange(*target.ppunkVal, fresh.punkVal)) old->Release();
-      break;
-    case VT_BOOL:
-    case VT_I2:
-      *target.piVal = fresh.iVal;
-      break;
-    case VT_I4:
-    case VT_R4:
-      *target.plVal = fresh.lVal;
-      break;
-    default:
-      VariantClear(&fresh);
-      throw Error::TypeMismatch();
-  }
-}
+void Arguments::Return(std::size_t index, const Value& value) const { Check(StoreInto(Raw(index), value)); }
 
 STDMETHODIMP LateBound::GetTypeInfoCount(UINT* count) {
   if (!count) return E_POINTER;

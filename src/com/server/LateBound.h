@@ -15,11 +15,11 @@ class Arguments {
   explicit Arguments(const DISPPARAMS& parameters) noexcept : parameters_(parameters) {}
 
   std::size_t Count() const noexcept { return parameters_.cArgs; }
-  // As it was passed, for who checks how; raises DISP_E_BADPARAMCOUNT where there is none.
+  // As it was passed, for those who check how; raises DISP_E_BADPARAMCOUNT if there is none.
   const VARIANT& Raw(std::size_t index) const;
   // A copy of the value behind any reference.
   Value At(std::size_t index) const { return Value::CopyOf(Raw(index)); }
-  // As At, or empty where the argument was left out.
+  // As At, or empty if the argument was left out.
   Value OrEmpty(std::size_t index) const;
   // Stores into a by-reference argument, converted to its type; an argument passed by value is left alone.
   void Return(std::size_t index, const Value& value) const;

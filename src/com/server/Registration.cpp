@@ -5,10 +5,11 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <string>
+#include <cwchar>
+#include <iterator>
 
-#include "com/server/ClassTable.h"
-#include "foundation/values/Error.h"
+#include "com/server/ComClass.h"
+#include "com/server/TypeDescription.h"
 #include "foundation/values/OwnModule.h"
 
 namespace tavio::com {
@@ -16,14 +17,13 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-constexpr HRESULT kAccessDenied = HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
 constexpr HRESULT kTakenByOthers = HRESULT_FROM_WIN32(ERROR_OBJECT_ALREADY_EXISTS);
-constexpr wchar_t kClasses[] = L"Software\\Classes\\";
-// What the systems answer where a type library to be removed is not registered.
-constexpr HRESULT kNoTypeLibrary[] = {TYPE_E_REGISTRYACCESS, TYPE_E_LIBNOTREGISTERED, E_INVALIDARG,
-                                      HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND)};
+// What processes of each kind see of the registry. On a 32-bit Windows both are the same.
+constexpr REGSAM kViews[] = {KEY_WOW64_32KEY, KEY_WOW64_64KEY};
+constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+constexpr REGSAM kRemoving = DELETE | KEY_READ | KEY_SET_VALUE;
 
-std::wstring GuidText(REFGUID id) {
+Text GuidText(REFGUID id) {
   wchar_t text[40];
   StringFromGUID2(id, text, 40);
   return text;
@@ -31,27 +31,72 @@ std::wstring GuidText(REFGUID id) {
 
 void CheckWin32(LSTATUS status) { Check(HRESULT_FROM_WIN32(static_cast<unsigned long>(status))); }
 
-void WriteKey(HKEY root, const std::wstring& key, const wchar_t* name, const std::wstring& text) {
-  const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
-  CheckWin32(RegSetKeyValueW(root, (kClasses + key).c_str(), name, REG_SZ, text.c_str(), bytes));
+// The classes of the machine or of the current user. Keys are named from there.
+class Classes {
+ public:
+  explicit Classes(Scope scope) noexcept : root_(scope == Scope::kMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER) {}
+
+  void Write(const Text& key, const wchar_t* name, const Text& text) const {
+    const auto bytes = static_cast<DWORD>((text.size() + 1) * sizeof(wchar_t));
+    CheckWin32(RegSetKeyValueW(root_, Path(key).c_str(), name, REG_SZ, text.c_str(), bytes));
+  }
+
+  // Unset if there is no such key.
+  RegistryKey Open(const Text& key, REGSAM access) const {
+    RegistryKey opened;
+    const LSTATUS status = RegOpenKeyExW(root_, Path(key).c_str(), 0, access, opened.Receive());
+    if (status != ERROR_FILE_NOT_FOUND) CheckWin32(status);
+    return opened;
+  }
+
+  void Remove(const Text& key, REGSAM view = 0) const {
+    const RegistryKey tree = Open(key, kRemoving | view);
+    if (!tree) return;
+    CheckWin32(RegDeleteTreeW(tree.Get(), nullptr));
+    CheckWin32(RegDeleteKeyExW(root_, Path(key).c_str(), view, 0));
+  }
+
+  // One with subkeys stays.
+  void RemoveIfEmpty(const Text& key) const { RegDeleteKeyW(root_, Path(key).c_str()); }
+
+ private:
+  static Text Path(const Text& key) { return L"Software\\Classes\\" + key; }
+
+  HKEY root_;
+};
+
+Text ClassKey(const ClassRow& row) { return L"CLSID\\" + GuidText(row.id); }
+
+void WriteClass(const Classes& classes, const ServerTable& server, const ClassRow& row) {
+  const Text key = ClassKey(row);
+  classes.Write(key, nullptr, row.description);
+  classes.Write(key + L"\\InprocServer32", nullptr, ModuleFile());
+  classes.Write(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+  classes.Write(key + L"\\ProgID", nullptr, row.progId);
+  if (server.typeLibrary) classes.Write(key + L"\\TypeLib", nullptr, GuidText(*server.typeLibrary));
 }
 
-void RemoveTree(HKEY root, const std::wstring& key) {
-  const LSTATUS status = RegDeleteTreeW(root, (kClasses + key).c_str());
-  if (status != ERROR_FILE_NOT_FOUND) CheckWin32(status);
+void WriteProgId(const Classes& classes, const ClassRow& row) {
+  classes.Write(row.progId, nullptr, row.description);
+  classes.Write(Text(row.progId) + L"\\CLSID", nullptr, GuidText(row.id));
 }
 
-std::wstring ClassKey(const ClassRow& row) { return L"CLSID\\" + GuidText(row.id); }
+bool IsForeign(const Classes& classes, const ClassRow& row, REGSAM view) {
+  wchar_t registered[40];
+  DWORD bytes = sizeof(registered);
+  CLSID id;
+  const RegistryKey key = classes.Open(Text(row.progId) + L"\\CLSID", KEY_READ | view);
+  return key &&
+         RegGetValueW(key.Get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, registered, &bytes) == ERROR_SUCCESS &&
+         SUCCEEDED(CLSIDFromString(registered, &id)) && id != row.id;
+}
 
-void WriteClass(HKEY root, const ClassRow& row, const std::wstring& path) {
-  const std::wstring key = ClassKey(row);
-  WriteKey(root, key, nullptr, row.description);
-  WriteKey(root, key + L"\\InprocServer32", nullptr, path);
-  WriteKey(root, key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-  WriteKey(root, key + L"\\ProgID", nullptr, row.progId);
-  if (kServer.typeLibrary) WriteKey(root, key + L"\\TypeLib", nullptr, GuidText(*kServer.typeLibrary));
-  WriteKey(root, row.progId, nullptr, row.description);
-  WriteKey(root, std::wstring(row.progId) + L"\\CLSID", nullptr, GuidText(row.id));
+// Both kinds of processes share ProgIDs on Windows, though not under Wine.
+void RemoveProgId(const Classes& classes, const ClassRow& row) {
+  if (classes.Open(ClassKey(row), KEY_READ | kOtherView)) return;
+  for (const REGSAM view : kViews) {
+    if (!IsForeign(classes, row, view)) classes.Remove(row.progId, view);
+  }
 }
 
 // The functions for one user are in the system's library, but not in every compiler's headers.
@@ -63,96 +108,110 @@ Function* FromOleAut(const char* name) {
   return reinterpret_cast<Function*>(function);
 }
 
-void WriteTypeLibrary(Scope scope, const std::wstring& path) {
-  if (!kServer.typeLibrary) return;
+ComPtr<ITypeLib> OwnTypeLibrary() {
   ComPtr<ITypeLib> library;
-  Check(LoadTypeLibEx(path.c_str(), REGKIND_NONE, &library));
-  auto* file = const_cast<wchar_t*>(path.c_str());
-  const auto registers =
-      scope == Scope::kMachine ? &RegisterTypeLib : FromOleAut<decltype(RegisterTypeLib)>("RegisterTypeLibForUser");
-  Check(registers(library.Get(), file, nullptr));
+  Check(LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, &library));
+  return library;
 }
 
+void WriteTypeLibrary(Scope scope) {
+  Text path = ModuleFile();
+  const auto registers =
+      scope == Scope::kMachine ? &RegisterTypeLib : FromOleAut<decltype(RegisterTypeLib)>("RegisterTypeLibForUser");
+  Check(registers(OwnTypeLibrary().Get(), path.data(), nullptr));
+}
+
+bool HasTypeLibrary(Scope scope, const TLIBATTR& library) {
+  wchar_t version[40];
+  std::swprintf(version, std::size(version), L"\\%x.%x\\%lx\\", library.wMajorVerNum, library.wMinorVerNum,
+                library.lcid);
+  const wchar_t* system = library.syskind == SYS_WIN64 ? L"win64" : L"win32";
+  return bool(Classes(scope).Open(L"TypeLib\\" + GuidText(library.guid) + version + system, KEY_READ));
+}
+
+// The systems differ in how they tell that there is none, and tell the same of one that they may not remove.
 void RemoveTypeLibrary(Scope scope) {
-  if (!kServer.typeLibrary) return;
-  ComPtr<ITypeLib> library;
-  TLIBATTR* attributes = nullptr;
-  Check(LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, &library));
-  Check(library->GetLibAttr(&attributes));
+  const auto library = OwnTypeLibrary();
+  TLIBATTR* lent = nullptr;
+  Check(library->GetLibAttr(&lent));
+  const LibraryDescription description({library, lent});
   const auto unregisters = scope == Scope::kMachine
                                ? &UnRegisterTypeLib
                                : FromOleAut<decltype(UnRegisterTypeLib)>("UnRegisterTypeLibForUser");
-  const HRESULT result = unregisters(attributes->guid, attributes->wMajorVerNum, attributes->wMinorVerNum,
-                                     attributes->lcid, attributes->syskind);
-  library->ReleaseTLibAttr(attributes);
-  if (std::ranges::find(kNoTypeLibrary, result) == std::end(kNoTypeLibrary)) Check(result);
+  const HRESULT result = unregisters(lent->guid, lent->wMajorVerNum, lent->wMinorVerNum, lent->lcid, lent->syskind);
+  if (FAILED(result) && HasTypeLibrary(scope, *lent)) throw Error::FromHresult(result);
 }
 
-void RefuseForeignClasses() {
-  if (!kServer.refusesForeignClasses) return;
-  for (const auto& row : kServer.classes) {
-    CLSID registered;
-    if (FAILED(CLSIDFromProgID(row.progId, &registered)) || registered == row.id) continue;
-    std::fwprintf(stderr, L"%ls: %ls is already registered by another component; nothing was registered.\n",
-                  ModuleFile().c_str(), row.progId);
-    throw Error(kTakenByOthers, Text(), row.progId);
+void RefuseForeign(const ClassRow& row) {
+  CLSID registered;
+  if (SUCCEEDED(CLSIDFromProgID(row.progId, &registered)) && registered != row.id) Check(kTakenByOthers);
+}
+
+template <class Body>
+Step Named(Text name, Body body) {
+  return {std::move(name), [body] {
+            return Guarded([&] {
+              body();
+              return S_OK;
+            });
+          }};
+}
+
+// Classes first, so that what is left after a failure creates nothing.
+Steps Removal(const ServerTable& server, Scope scope) {
+  const Classes classes(scope);
+  const Text whose = scope == Scope::kUser ? L"remove the user's " : L"remove ";
+  Steps steps;
+  for (const auto& row : server.classes) {
+    steps.push_back(Named(whose + L"class " + row.progId, [=, &row] { classes.Remove(ClassKey(row)); }));
   }
-}
-
-HKEY RootOf(Scope scope) noexcept { return scope == Scope::kMachine ? HKEY_LOCAL_MACHINE : HKEY_CURRENT_USER; }
-
-// A ProgID that leads to somebody else's class is not ours to remove.
-bool IsForeign(HKEY root, const ClassRow& row) {
-  wchar_t registered[40];
-  DWORD bytes = sizeof(registered);
-  const std::wstring key = std::wstring(kClasses) + row.progId + L"\\CLSID";
-  const LSTATUS status = RegGetValueW(root, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, registered, &bytes);
-  CLSID id;
-  return status == ERROR_SUCCESS && SUCCEEDED(CLSIDFromString(registered, &id)) && id != row.id;
-}
-
-void RemoveAll(Scope scope) {
-  RemoveTypeLibrary(scope);
-  for (const auto& row : kServer.classes) {
-    if (!IsForeign(RootOf(scope), row)) RemoveTree(RootOf(scope), row.progId);
-    RemoveTree(RootOf(scope), ClassKey(row));
+  for (const auto& row : server.classes) {
+    steps.push_back(Named(whose + L"name " + row.progId, [=, &row] { RemoveProgId(classes, row); }));
   }
-  // A user without classes of his own had no such key; one with subkeys cannot be deleted.
-  RegDeleteKeyW(RootOf(scope), L"Software\\Classes\\CLSID");
+  if (server.typeLibrary) steps.push_back(Named(whose + L"type library", [=] { RemoveTypeLibrary(scope); }));
+  // A user without classes of his own had no such key.
+  if (scope == Scope::kUser) steps.push_back(Named(whose + L"empty key", [=] { classes.RemoveIfEmpty(L"CLSID"); }));
+  return steps;
 }
 
-void WriteAll(Scope scope) {
-  const std::wstring path = ModuleFile();
-  for (const auto& row : kServer.classes) WriteClass(RootOf(scope), row, path);
-  WriteTypeLibrary(scope, path);
-}
-
-template <class Step>
-HRESULT Try(Step&& step) noexcept {
-  try {
-    step();
-    return S_OK;
-  } catch (...) {
-    return Translate().Number();
+// The type library comes last: Wine keeps a user's in the machine's part.
+Steps Writing(const ServerTable& server, Scope scope) {
+  const Classes classes(scope);
+  Steps steps;
+  for (const auto& row : server.classes) {
+    steps.push_back(Named(Text(L"class ") + row.progId, [=, &server, &row] { WriteClass(classes, server, row); }));
+    steps.push_back(Named(Text(L"name ") + row.progId, [=, &row] { WriteProgId(classes, row); }));
   }
+  if (scope == Scope::kMachine) std::ranges::move(Removal(server, Scope::kUser), std::back_inserter(steps));
+  if (server.typeLibrary) steps.push_back(Named(L"type library", [=] { WriteTypeLibrary(scope); }));
+  return steps;
+}
+
+HRESULT Carry(Result (*out)(const RegistrationPlan&, Scope), const ServerTable& server, Scope scope) noexcept {
+  return Guarded([&] {
+    const Result result = out(PlanFor(server), scope);
+    if (result.outcome < 0) {
+      std::fwprintf(stderr, L"%ls: %ls: 0x%08lX\n", ModuleFile().c_str(), result.step.c_str(),
+                    static_cast<unsigned long>(result.outcome));
+    }
+    return HRESULT{result.outcome};
+  });
 }
 
 }  // namespace
 
-HRESULT Register(Scope scope) noexcept {
-  HRESULT result = Try(RefuseForeignClasses);
-  if (FAILED(result)) return result;
-  result = Try([&] { WriteAll(scope); });
-  if (FAILED(result)) Try([&] { RemoveAll(scope); });
-  return result == kAccessDenied && scope == Scope::kMachine ? Register(Scope::kUser) : result;
+RegistrationPlan PlanFor(const ServerTable& server) {
+  RegistrationPlan plan;
+  for (const auto& row : server.classes) {
+    if (!server.refusesForeignClasses) break;
+    plan.checks.push_back(Named(Text(row.progId) + L" belongs to another component", [&row] { RefuseForeign(row); }));
+  }
+  plan.machine = {Writing(server, Scope::kMachine), Removal(server, Scope::kMachine)};
+  plan.user = {Writing(server, Scope::kUser), Removal(server, Scope::kUser)};
+  return plan;
 }
 
-HRESULT Unregister(Scope scope) noexcept {
-  const HRESULT result = Try([&] { RemoveAll(scope); });
-  if (scope == Scope::kUser) return result;
-  // A plain user's registration for the machine has landed in the user's part.
-  const HRESULT fallback = Unregister(Scope::kUser);
-  return result == kAccessDenied ? fallback : result;
-}
+HRESULT Register(const ServerTable& server, Scope scope) noexcept { return Carry(&Register, server, scope); }
+HRESULT Unregister(const ServerTable& server, Scope scope) noexcept { return Carry(&Unregister, server, scope); }
 
 }  // namespace tavio::com

@@ -2,16 +2,18 @@
 
 #include <windows.h>
 
+#include "com/server/ClassTable.h"
+#include "com/server/RegistrationPlan.h"
+
 namespace tavio::com {
 
-// Where the classes are registered. kMachine falls back to the current user where the machine's part of the registry is
-// refused, as it is to plain users.
-enum class Scope { kMachine, kUser };
+// The steps for the classes of a server and its type library. What is registered for the machine takes the server's own
+// classes out of the user's part, which would stand in front of it. A ProgID that leads to somebody else's class stays,
+// and so does one whose class the other kind of processes (32 or 64 bits) still finds. Throws.
+RegistrationPlan PlanFor(const ServerTable& server);
 
-// Registers every class of the server table and its type library. After a failure nothing of it is left.
-HRESULT Register(Scope scope) noexcept;
-
-// Removes every key that Register makes, in the given scope or its fallback. Keys that are not there are no failure.
-HRESULT Unregister(Scope scope) noexcept;
+// Carries the plan out. What failed is told on the error output, too.
+HRESULT Register(const ServerTable& server, Scope scope) noexcept;
+HRESULT Unregister(const ServerTable& server, Scope scope) noexcept;
 
 }  // namespace tavio::com

@@ -49,4 +49,11 @@ struct FindKind {
 };
 using FindHandle = SystemHandle<FindKind>;
 
+struct RegistryKind {
+  using Handle = HKEY;
+  static Handle None() noexcept { return nullptr; }
+  static void Close(Handle key) noexcept { RegCloseKey(key); }
+};
+using RegistryKey = SystemHandle<RegistryKind>;
+
 }  // namespace tavio
