@@ -3,24 +3,9 @@
 #include <cstdio>
 
 #include "foundation/environment/ProcessState.h"
-#include "foundation/packages/NewContainer.h"
-#include "foundation/values/OwnModule.h"
+#include "tests/support/LeakCheck.h"
 
 namespace tavio::test {
-namespace {
-
-bool NoContainerIsAlive() {
-  ForgetContainerFactories();
-  const HMODULE containers = GetModuleHandleW((GetAppFolder() + L"Vexo10.dll").c_str());
-  if (!containers) return true;  // none was ever made
-  using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
-  const auto canUnloadNow =
-      reinterpret_cast<CanUnloadNow>(reinterpret_cast<void*>(GetProcAddress(containers, "DllCanUnloadNow")));
-  return canUnloadNow && canUnloadNow() == S_OK;
-}
-
-}  // namespace
-
 FakeTexts::FakeTexts() : FakeComponent(L"TavioResLoader.Loader") {
   const auto property = [this](const wchar_t* name, Text& held) {
     On(
@@ -76,8 +61,6 @@ LibraryTest::~LibraryTest() {
   log.reset();
   props.reset();
   EXPECT_EQ(boxes.Take(), Boxes{});
-  EXPECT_EQ(LivingFakes(), 0);
-  EXPECT_TRUE(NoContainerIsAlive());
 }
 
 }  // namespace tavio::test
@@ -85,6 +68,7 @@ LibraryTest::~LibraryTest() {
 int main(int argc, char** argv) {
   ::testing::InitGoogleTest(&argc, argv);
   CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED);
+  tavio::test::FailTestsThatLeak();
   const int failed = RUN_ALL_TESTS();
   CoUninitialize();
   const bool anyRan = ::testing::UnitTest::GetInstance()->test_to_run_count() > 0;

@@ -70,7 +70,7 @@ std::string Outcome(Body&& body) try {
 }
 
 // A test of the library with what every operation touches: texts, log, shared properties (reset one to take it away)
-// and message boxes. When it ends, every box must have been taken, and no container and no fake may be alive.
+// and message boxes. When it ends, every box must have been taken.
 class LibraryTest : public ::testing::Test {
  protected:
   LibraryTest();
