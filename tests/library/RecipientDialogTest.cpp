@@ -42,6 +42,21 @@ class RecipientWindow {
   // A key, and Alt and a letter, that go to the control with the focus.
   void Press(UINT key) const { Send(WM_KEYDOWN, key, 1); }
   void PressAlt(wchar_t letter) const { Send(WM_SYSCHAR, letter, 1 << 29); }
+  // On the check box of a row.
+  void Click(int row) const {
+    RECT place = {LVIR_BOUNDS, 0, 0, 0};
+    SendMessageW(List(), LVM_GETITEMRECT, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&place));
+    const LPARAM point = MAKELPARAM(place.left + 8, (place.top + place.bottom) / 2);
+    SendMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON, point);
+    SendMessageW(List(), WM_LBUTTONUP, 0, point);
+  }
+  // As a program ticks a box; -1 stands for all.
+  void SetTick(int row, bool ticked) const {
+    LVITEMW item = {};
+    item.stateMask = LVIS_STATEIMAGEMASK;
+    item.state = INDEXTOSTATEIMAGEMASK(ticked ? 2 : 1);
+    SendMessageW(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
   void ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
 
  private:
@@ -132,6 +147,19 @@ TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
   EXPECT_EQ(users.Count(), 3) << "the stored list";
 }
 
+TEST_F(RecipientDialogTest, BoxesAreTickedByMouseAndByProgram) {
+  EXPECT_TRUE(Send([](const RecipientWindow& window) {
+    window.SetTick(-1, false);
+    EXPECT_EQ(window.Rows(), (Strings{"[ ] 张伟", "[ ] 王芳", "[ ] 李娜"}));
+    window.SetTick(0, true);
+    window.Click(2);
+    EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[ ] 王芳", "[x] 李娜"}));
+    window.Click(0);
+    window.Press(VK_RETURN);
+  }));
+  EXPECT_EQ(receivers, Ids{3});
+}
+
 TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {
   const Text title(300, L'长'), name = L"محمد 李\U0001F600";
   for (std::int32_t id = 4; id <= 1000; ++id) users.Set(Key(id), Record({{L"FUserID", id}, {L"FName", name}}));
@@ -189,9 +217,28 @@ TEST_F(RecipientDialogTest, CaptionsOfTheFormTextLoaderArrive) {
   EXPECT_EQ(loader.Calls(L"LoadFrmResStrings"), 1);
 }
 
+HWND HostWindow(DWORD style = 0) {
+  return CreateWindowExW(0, L"EDIT", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE | style, 0, 0, 300, 200, nullptr,
+                         nullptr, nullptr, nullptr);
+}
+
+TEST_F(RecipientDialogTest, NoWindowOfTheHostTakesInputMeanwhile) {
+  const HWND windows[] = {HostWindow(), HostWindow(), HostWindow(WS_DISABLED)};
+  for (const HWND active : {HWND(), windows[0]}) {
+    SetActiveWindow(active);
+    Send([&](const RecipientWindow& window) {
+      EXPECT_EQ(GetWindow(window.Window(), GW_OWNER), active);
+      for (const HWND host : windows) EXPECT_FALSE(IsWindowEnabled(host));
+      window.Press(VK_ESCAPE);
+    });
+    for (const HWND host : windows) EXPECT_EQ(IsWindowEnabled(host), host != windows[2]);
+    EXPECT_TRUE(IsWindowEnabled(GetActiveWindow()));
+  }
+  for (const HWND host : windows) DestroyWindow(host);
+}
+
 TEST_F(RecipientDialogTest, LeavesTheHostAsItWas) {
-  const HWND host = CreateWindowExW(0, L"EDIT", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr,
-                                    nullptr, nullptr, nullptr);
+  const HWND host = HostWindow();
   SetActiveWindow(host);
   SetFocus(host);
   Send([&](const RecipientWindow& window) {

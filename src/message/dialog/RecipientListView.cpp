@@ -1,11 +1,17 @@
 #include "message/dialog/RecipientListView.h"
 
+#include <utility>
+
 namespace tavio {
 namespace {
 
 constexpr UINT kUnticked = INDEXTOSTATEIMAGEMASK(1);
 constexpr UINT kTicked = INDEXTOSTATEIMAGEMASK(2);
 constexpr DWORD kExtras = LVS_EX_CHECKBOXES | LVS_EX_LABELTIP | LVS_EX_INFOTIP | LVS_EX_DOUBLEBUFFER;
+
+constexpr bool IsInput(UINT message) noexcept {
+  return (message >= WM_MOUSEFIRST && message <= WM_MOUSELAST) || (message >= WM_KEYFIRST && message <= WM_KEYLAST);
+}
 
 bool StartsWith(TextView name, TextView start) noexcept {
   const auto units = static_cast<int>(start.size());
@@ -17,6 +23,9 @@ bool StartsWith(TextView name, TextView start) noexcept {
 
 void RecipientListView::Show(HWND list, Text column) {
   list_ = list;
+  SetWindowLongPtrW(list, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+  control_ =
+      reinterpret_cast<WNDPROC>(SetWindowLongPtrW(list, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&ListProcedure)));
   Ask(LVM_SETEXTENDEDLISTVIEWSTYLE, kExtras, kExtras);
   Ask(LVM_SETCALLBACKMASK, LVIS_STATEIMAGEMASK, 0);
   LVCOLUMNW heading = {};
@@ -27,6 +36,31 @@ void RecipientListView::Show(HWND list, Text column) {
   LVITEMW first = {};
   first.state = first.stateMask = LVIS_FOCUSED | LVIS_SELECTED;
   Ask(LVM_SETITEMSTATE, 0, reinterpret_cast<LPARAM>(&first));
+}
+
+LRESULT CALLBACK RecipientListView::ListProcedure(HWND list, UINT message, WPARAM wide, LPARAM details) noexcept {
+  return reinterpret_cast<RecipientListView*>(GetWindowLongPtrW(list, GWLP_USERDATA))
+      ->OnMessage(message, wide, details);
+}
+
+LRESULT RecipientListView::OnMessage(UINT message, WPARAM wide, LPARAM details) {
+  if (message == LVM_SETITEMSTATE) return OnSetItemState(static_cast<int>(wide), *reinterpret_cast<LVITEMW*>(details));
+  const bool isInput = IsInput(message);
+  const bool before = std::exchange(inInput_, inInput_ || isInput);
+  const LRESULT answer = CallWindowProcW(control_, list_, message, wide, details);
+  inInput_ = before;
+  return answer;
+}
+
+// The control keeps no ticks. What it sets itself while it handles input is told by a notification, too.
+LRESULT RecipientListView::OnSetItemState(int row, LVITEMW item) {
+  const UINT image = item.state & item.stateMask & LVIS_STATEIMAGEMASK;
+  if ((image == kTicked || image == kUnticked) && !inInput_) {
+    if (row == -1) TickAll(image == kTicked);
+    if (Has(row)) Tick(row, image == kTicked);
+  }
+  item.stateMask &= ~LVIS_STATEIMAGEMASK;
+  return CallWindowProcW(control_, list_, LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
 }
 
 // The column takes what a scroll bar leaves of the width.
@@ -67,6 +101,11 @@ void RecipientListView::Describe(LVITEMW& item) const {
 void RecipientListView::Tick(int row, bool ticked) {
   selection_.Tick(static_cast<std::size_t>(row), ticked);
   Ask(LVM_REDRAWITEMS, static_cast<WPARAM>(row), row);
+}
+
+void RecipientListView::TickAll(bool ticked) {
+  for (std::size_t row = 0; row < selection_.Rows().size(); ++row) selection_.Tick(row, ticked);
+  InvalidateRect(list_, nullptr, FALSE);
 }
 
 void RecipientListView::ToggleAt(POINT place) {

@@ -95,8 +95,11 @@ void frmMsgUser::Show() {
   const INITCOMMONCONTROLSEX classes = {sizeof classes, ICC_LISTVIEW_CLASSES | ICC_TAB_CLASSES};
   InitCommonControlsEx(&classes);
   const Template empty;
-  const INT_PTR answer = DialogBoxIndirectParamW(OwnModule(), &empty.dialog, GetActiveWindow(), &DialogProcedure,
-                                                 reinterpret_cast<LPARAM>(this));
+  const HWND owner = GetActiveWindow();
+  behind_.DisableAllBut(owner);
+  const INT_PTR answer =
+      DialogBoxIndirectParamW(OwnModule(), &empty.dialog, owner, &DialogProcedure, reinterpret_cast<LPARAM>(this));
+  behind_.Enable();
   if (failure_) std::rethrow_exception(failure_);
   if (answer == -1) throw Error::FromHresult(HRESULT_FROM_WIN32(GetLastError()));
 }
@@ -112,7 +115,7 @@ INT_PTR CALLBACK frmMsgUser::DialogProcedure(HWND dialog, UINT message, WPARAM w
     return form->Handle(message, wide, details);
   } catch (...) {
     form->failure_ = std::current_exception();
-    EndDialog(dialog, IDABORT);
+    form->End(IDABORT);
     return TRUE;
   }
 }
@@ -130,7 +133,7 @@ INT_PTR frmMsgUser::Handle(UINT message, WPARAM wide, LPARAM details) {
       return TRUE;
     case WM_COMMAND:  // from buttons and keys; Escape and the close box come as IDCANCEL
       if (LOWORD(wide) == IDOK) selection_.Send();
-      if (LOWORD(wide) == IDOK || LOWORD(wide) == IDCANCEL) EndDialog(dialog_, LOWORD(wide));
+      if (LOWORD(wide) == IDOK || LOWORD(wide) == IDCANCEL) End(LOWORD(wide));
       return TRUE;
     case WM_NOTIFY:
       if (wide == kLvwUserSelect) Answer(list_.OnNotify(*reinterpret_cast<NMHDR*>(details)));
@@ -138,6 +141,11 @@ INT_PTR frmMsgUser::Handle(UINT message, WPARAM wide, LPARAM details) {
     default:
       return FALSE;
   }
+}
+
+void frmMsgUser::End(INT_PTR answer) noexcept {
+  behind_.Enable();
+  EndDialog(dialog_, answer);
 }
 
 void frmMsgUser::Answer(LRESULT answer) const noexcept { SetWindowLongPtrW(dialog_, DWLP_MSGRESULT, answer); }

@@ -4,6 +4,7 @@
 
 #include <exception>
 
+#include "message/dialog/DisabledWindows.h"
 #include "message/dialog/FormObject.h"
 #include "message/dialog/RecipientListView.h"
 
@@ -20,13 +21,14 @@ class frmMsgUser {
   frmMsgUser(RecipientSelection& selection, TextView title);
 
   // Shows the window over the host's active window until the user has answered, and notes the answer in the selection.
-  // Raises Error; the window is gone then, and nothing noted.
+  // The other windows of the thread are disabled meanwhile. Raises Error; the window is gone then, and nothing noted.
   void Show();
 
  private:
   static INT_PTR CALLBACK DialogProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM details) noexcept;
   INT_PTR Handle(UINT message, WPARAM wide, LPARAM details);
   void OnInit();
+  void End(INT_PTR answer) noexcept;
   void Answer(LRESULT answer) const noexcept;
   HWND AddControl(const wchar_t* windowClass, const Text& caption, DWORD style, int id) const;
   void AddTab();
@@ -42,6 +44,7 @@ class frmMsgUser {
   ComPtr<FormObject> lvwUserSelect_;
   ComPtr<FormObject> cmdOK_;
   ComPtr<FormObject> cmdCancel_;
+  DisabledWindows behind_;
   HWND dialog_ = nullptr;
   HWND tab_ = nullptr;
   std::exception_ptr failure_;
