@@ -20,22 +20,6 @@ std::int32_t Vector::Count() const {
   return count;
 }
 
-std::int32_t Vector::LBound() const {
-  const auto published = HeldPublished();
-  if (!published) return CallByName(L"LBound").ToInt32();
-  LONG bound = 0;
-  CheckCall(published->get_LBound(&bound));
-  return bound;
-}
-
-std::int32_t Vector::UBound() const {
-  const auto published = HeldPublished();
-  if (!published) return CallByName(L"UBound").ToInt32();
-  LONG bound = 0;
-  CheckCall(published->get_UBound(&bound));
-  return bound;
-}
-
 void Vector::Add(const Value& item) const {
   const Value copy = ReadInPlace() ? Value() : item.Copy();
   const Value& passed = ReadInPlace() ? item : copy;

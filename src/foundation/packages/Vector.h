@@ -16,8 +16,6 @@ class Vector : public ContainerHandle<_Vector, IVectorInPlace> {
   static Vector New();
 
   std::int32_t Count() const;
-  std::int32_t LBound() const;
-  std::int32_t UBound() const;
   void Add(const Value& item) const;
   void Add(const Dictionary& record) const { Add(record.AsValue()); }
   StoredValue Item(std::int32_t position) const;

@@ -66,7 +66,6 @@ inline Walk<EntryAt> EntriesIn16Bits(const Dictionary& record) {
   return {{EntryReader(record)}, CountedIn16Bits(record.Count())};
 }
 inline Walk<ItemAt> Items(const Vector& list) { return {{list}, list.Count()}; }
-inline Walk<ItemAt> ItemsIn16Bits(const Vector& list) { return {{list}, CountedIn16Bits(list.Count())}; }
 inline Walk<RecordAt> Records(const Vector& list) { return {{list}, list.Count()}; }
 inline Walk<RecordAt> RecordsIn16Bits(const Vector& list) { return {{list}, CountedIn16Bits(list.Count())}; }
 
