@@ -10,7 +10,6 @@
 
 #include "com/server/ErrorInformation.h"
 #include "com/server/TypeDescription.h"
-#include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
@@ -18,7 +17,6 @@
 namespace tavio::test {
 namespace {
 
-using CanUnloadNow = HRESULT(STDAPICALLTYPE*)();
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
 using Integer = std::numeric_limits<std::int32_t>;
 
@@ -100,26 +98,17 @@ class Standing : public LateBound {
   }
 };
 
-// The built server, unregistered. It keeps the texts component for good, so that is made before what a test counts.
+// The built server, unregistered. It keeps the texts component for good, so that is made before the first test.
 class ServerTest : public ::testing::Test {
  protected:
   static void SetUpTestSuite() {
     texts = new FakeTexts;
-    BoxWatcher boxes;
-    Call{L"NewMessage"}.On(Make(__uuidof(::Message)).Get());
-    boxes.Take();
-    keptForGood = LivingFakes();
+    const auto message = Make(__uuidof(::Message));
+    const BoxWatcher boxes;
+    Call{L"NewMessage"}.On(message.Get());
   }
   static void TearDownTestSuite() { delete texts; }
-  ~ServerTest() override {
-    ForgetContainerFactories();
-    EXPECT_EQ(boxes.Take(), Boxes{});
-    EXPECT_EQ(LivingFakes(), keptForGood);
-    for (const auto& library : {ServerFolder() + L"TavioClassBillAction.dll", ServerFolder() + L"Vexo10.dll",
-                                GetAppFolder() + L"Vexo10.dll"}) {
-      EXPECT_EQ(From<CanUnloadNow>(library, "DllCanUnloadNow")(), S_OK) << Utf8(library);
-    }
-  }
+  ~ServerTest() override { EXPECT_EQ(boxes.Take(), Boxes{}); }
 
   template <class Interface = IDispatch>
   static ComPtr<Interface> Make(const CLSID& id) {
@@ -132,7 +121,6 @@ class ServerTest : public ::testing::Test {
   }
 
   static inline FakeTexts* texts = nullptr;
-  static inline long keptForGood = 0;
   BoxWatcher boxes;
 };
 

@@ -2,39 +2,15 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <ostream>
 
-#include "tests/support/BoxWindow.h"
 #include "tests/support/Packages.h"
 
 namespace tavio::test {
 namespace {
 
+BoxWatcher* watcher = nullptr;
 DialogHook* innermost = nullptr;
-
-const std::pair<UINT, LPWSTR> kIcons[] = {
-    {MB_ICONQUESTION, IDI_QUESTION},
-    {MB_ICONWARNING, IDI_WARNING},
-    {MB_ICONINFORMATION, IDI_INFORMATION},
-};
-
-UINT IconOf(HWND box) {
-  for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    const auto shown = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
-    for (const auto& [style, name] : kIcons) {
-      if (shown && shown == LoadIconW(nullptr, name)) return style;
-    }
-  }
-  return 0;
-}
-
-UINT StyleOf(HWND box, const std::vector<int>& buttons) {
-  const bool asks = buttons == std::vector{IDYES, IDNO};
-  if (!asks && buttons != std::vector{IDOK}) return ~0u;  // which this system never shows
-  const UINT byDefault = DefaultButtonOf(box, buttons) == buttons.front() ? MB_DEFBUTTON1 : MB_DEFBUTTON2;
-  return (asks ? MB_YESNO : MB_OK) | IconOf(box) | byDefault;
-}
 
 }  // namespace
 
@@ -59,16 +35,22 @@ LRESULT CALLBACK DialogHook::OnHook(int code, WPARAM sentHere, LPARAM details) {
   return CallNextHookEx(nullptr, code, sentHere, details);
 }
 
-void BoxWatcher::Answer(HWND box) {
-  if (!IsMessageBox(box)) return;
-  const auto buttons = ButtonsOf(box);
-  shown_.push_back({TextOf(GetDlgItem(box, kBoxText)), TextOf(box), StyleOf(box, buttons)});
-  int button = answer_;
-  if (std::find(buttons.begin(), buttons.end(), button) == buttons.end()) {
-    if (button != kAny) ADD_FAILURE() << "no button " << button << " in " << shown_.back();
-    button = buttons.empty() ? IDCANCEL : buttons.front();
+BoxWatcher::BoxWatcher() : outer_(std::exchange(watcher, this)) {
+  for (const auto* module : {static_cast<const wchar_t*>(nullptr), L"TavioClassBillAction.dll"}) {
+    hooks_.emplace_back(GetModuleHandleW(module), "MessageBoxW", reinterpret_cast<void*>(&OnBox));
   }
-  PostMessageW(box, WM_COMMAND, MAKEWPARAM(button, BN_CLICKED), 0);
+}
+
+BoxWatcher::~BoxWatcher() { watcher = outer_; }
+
+int WINAPI BoxWatcher::OnBox(HWND, LPCWSTR text, LPCWSTR title, UINT style) {
+  const int answer = watcher->answer_;
+  auto& shown = watcher->shown_;
+  shown.push_back({text, title, style & (MB_TYPEMASK | MB_ICONMASK | MB_DEFMASK)});
+  const bool asks = (style & MB_TYPEMASK) == MB_YESNO;
+  if (asks ? answer == IDYES || answer == IDNO : answer == IDOK) return answer;
+  if (answer != kAny) ADD_FAILURE() << "no button " << answer << " in " << shown.back();
+  return asks ? IDYES : IDOK;
 }
 
 }  // namespace tavio::test

@@ -4,14 +4,16 @@
 
 #include <functional>
 #include <iosfwd>
+#include <list>
 #include <utility>
 #include <vector>
 
 #include "foundation/values/Text.h"
+#include "tests/support/ImportHook.h"
 
 namespace tavio::test {
 
-// A message box as its user sees it. `style` holds what can be read back of the flags: buttons, icon, default button.
+// A message box. `style` holds its buttons, icon and default button.
 struct Box {
   Text text;
   Text title;
@@ -46,22 +48,31 @@ class DialogHook {
   HHOOK hook_ = nullptr;
 };
 
-// Reads and answers the message boxes of this thread while it lives.
+// Answers the message boxes of this program and of the loaded library while it lives, in place of the system: no window
+// is made for them.
 class BoxWatcher {
  public:
+  BoxWatcher();
+  ~BoxWatcher();
+  BoxWatcher(const BoxWatcher&) = delete;
+  BoxWatcher& operator=(const BoxWatcher&) = delete;
+
   // The button that the following boxes are answered with, IDOK at the start. A box that lacks it fails the test and is
   // answered with its first button; kAny answers every box so.
   static constexpr int kAny = 0;
   void AnswerWith(int button) noexcept { answer_ = button; }
   // The boxes shown since the last call.
   Boxes Take() { return std::exchange(shown_, {}); }
+  // From here on boxes are windows, which the test answers.
+  void ShowWindows() { hooks_.clear(); }
 
  private:
-  void Answer(HWND box);
+  static int WINAPI OnBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style);
 
   int answer_ = IDOK;
   Boxes shown_;
-  DialogHook hook_{[this](HWND dialog) { Answer(dialog); }};
+  BoxWatcher* outer_;
+  std::list<ImportHook> hooks_;
 };
 
 }  // namespace tavio::test

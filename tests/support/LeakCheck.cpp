@@ -85,8 +85,9 @@ class LeakCheck final : public ::testing::EmptyTestEventListener {
   }
 
   const std::filesystem::path folder_ = GetAppFolder(), bin_ = folder_.parent_path().parent_path() / L"bin";
-  const std::filesystem::path servers_[3] = {folder_ / L"Vexo10.dll", bin_ / L"Vexo10.dll",
-                                             bin_ / L"TavioClassBillAction.dll"};
+  // The library first, which keeps factories of its containers.
+  const std::filesystem::path servers_[3] = {bin_ / L"TavioClassBillAction.dll", bin_ / L"Vexo10.dll",
+                                             folder_ / L"Vexo10.dll"};
   long objects_ = 0;
   long blocks_ = 0;
 };
