@@ -263,6 +263,17 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
   }
 }
 
+TEST_F(TransMessageTest, HostMayTakeItsGroupBackMeanwhile) {
+  ForeignRecord group(Record({{L"no", 7}, {L"FCode", L"mnuEditUse"}}));
+  group.On(L"Lookup", [&] {
+    message.GroupInfo({});
+    return true;
+  });
+  message.GroupInfo(group.Handle());
+  bool caption = false, value = true, name = false;
+  EXPECT_EQ(message.TransMessage(L"[no]", caption, value, name), L"7");
+}
+
 TEST_F(TransMessageTest, CaptionsAreSoughtAsFarAsTheTextNeedsThem) {
   message.GetVariableList().Set(L"spoilt"_key, Value(L"no record"));
   const auto names = [&](const wchar_t* text) {

@@ -152,6 +152,19 @@ TEST_F(SendMessageTest, NothingToSendIsNoFailure) {
   EXPECT_TRUE(log->entries.back().ends_with(" 0"));
 }
 
+TEST_F(SendMessageTest, HostMayTakeItsExcludedUsersBackMeanwhile) {
+  const auto listed = Users({3, 5, 6});
+  ForeignRecord given(listed);
+  given.On(L"Lookup", [&](Arguments& a) {
+    message.ExcludeUser({});
+    return listed.Lookup(Key(a.At(0).ToText()));
+  });
+  Take(L"a", L"b", Value());
+  message.ExcludeUser(List({L"5", L"6"}));
+  EXPECT_TRUE(message.SendMessage(given.Handle()));
+  EXPECT_EQ(users, std::vector{3});
+}
+
 TEST_F(SendMessageTest, ExclusionThatFailsShowsABoxOfItsOwn) {
   const auto info = Record({{L"f", Record({{L"FKey", L"f"}, {L"FNeedSave", 1}, {L"FLookUpType", 7}})}});
   info.Set(L"Page1"_key, Record({{L"f", 1}}));
