@@ -45,7 +45,11 @@ class MessageTest : public LibraryTest {
 TEST_F(MessageTest, FailuresAreReportedUnderEachOperationsLabel) {
   const auto expect = [&](const Text& label, const Text& description) {
     EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : " + label, description)});
-    EXPECT_TRUE(log->entries.empty() || log->entries.back().ends_with(" 0")) << "the end entry";
+    for (const auto& entry : std::exchange(log->entries, {})) {
+      const bool isItsEnd =
+          entry.starts_with("end ") && entry.find("Message." + Utf8(label) + " ") != std::string::npos;
+      EXPECT_TRUE(!isItsEnd || entry.ends_with(" 0")) << entry;
+    }
   };
   const Text kUnbound = L"«请先设置本组件关联的业务对象模板信息!»";
   ForeignRecord users(Record({{L"4", Record({})}}));
@@ -59,12 +63,29 @@ TEST_F(MessageTest, FailuresAreReportedUnderEachOperationsLabel) {
   bool caption = false, value = true, name = false;
   EXPECT_EQ(message.TransMessage(L"a[no]b", caption, value, name), L"");
   expect(L"TransMessage", L"«类型不匹配»");
+  caption = name = true;
+  EXPECT_EQ(message.TransMessage(L"a", caption, value, name), L"");
+  expect(L"TransMessage", L"«不能同时翻译标题和内容!»");
+  EXPECT_TRUE(caption && value && name) << "as they were given";
+  caption = value = name = false;
+  EXPECT_EQ(message.TransMessage(L"a", caption, value, name), L"");
+  expect(L"TransMessage", L"«未指定需要进行何种翻译!»");
+  ForeignRecord readOnly(Record({}));
+  readOnly.On(
+      L"Value", [] { return L""; }, Failing(L"只读"));
+  readOnly.On(L"Count", [] { return 1; });
+  EXPECT_TRUE(message.SetMessage(readOnly.Handle())) << "taken before the failure";
+  expect(L"SetMessage", L"只读");
+  EXPECT_FALSE(message.RemoveAllUsers());
+  expect(L"RemoveAllUsers", L"只读");
   message.TableInfo({});
+  message.RefreshVariableList();
+  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表 0");
+  EXPECT_EQ(boxes.Take(), Boxes{});
   message.NewMessage();
   expect(L"NewMessage", kUnbound);
   EXPECT_FALSE(message.RefreshVariableValue(Record({})));
   expect(L"RefreshVariableValue", kUnbound);
-  log->entries.clear();
   EXPECT_FALSE(message.SetMessage(Record({})));
   expect(L"SetMessage", kUnbound);
 }
@@ -174,6 +195,7 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
     EXPECT_TRUE(message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", c.page}})));
     EXPECT_EQ(variable.Lookup(L"FValue"_key) ? Show(*variable.Get(L"FValue"_key)) : "absent", c.value);
     EXPECT_EQ(Show(*message.GetVariableList().Get(L"own"_key)), Show(own));
+    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.RefreshVariableValue 刷新消息可用变元内容 1");
   }
 }
 
@@ -239,6 +261,17 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
     EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), c.settled);
     EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 1");
   }
+}
+
+TEST_F(TransMessageTest, HostMayTakeItsGroupBackMeanwhile) {
+  ForeignRecord group(Record({{L"no", 7}, {L"FCode", L"mnuEditUse"}}));
+  group.On(L"Lookup", [&] {
+    message.GroupInfo({});
+    return true;
+  });
+  message.GroupInfo(group.Handle());
+  bool caption = false, value = true, name = false;
+  EXPECT_EQ(message.TransMessage(L"[no]", caption, value, name), L"7");
 }
 
 TEST_F(TransMessageTest, CaptionsAreSoughtAsFarAsTheTextNeedsThem) {

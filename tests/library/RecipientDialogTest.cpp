@@ -173,20 +173,31 @@ TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {
   EXPECT_EQ(receivers.back(), 999);
 }
 
+TEST_F(RecipientDialogTest, GivenRecipientsAreNotAskedAbout) {
+  message.SetMessage(Record({{L"FMessage", L""}, {L"MessageUsers", users}}));
+  const DialogHook hook([](HWND dialog) {
+    ADD_FAILURE() << "shown";
+    PostMessageW(dialog, WM_COMMAND, IDCANCEL, 0);
+  });
+  EXPECT_TRUE(message.SendMessage(Record({{L"7", 1}})));
+  EXPECT_EQ(receivers, Ids{7});
+}
+
 TEST_F(RecipientDialogTest, EveryWayOutIsAnAnswer) {
   const struct {
+    const char* way;
     std::vector<UINT> keys;
     void (*leave)(const RecipientWindow&);
     Ids receivers;
   } cases[] = {
-      {{VK_RETURN}, nullptr, {1, 2, 3}},
-      {{VK_ESCAPE}, nullptr, {}},
-      {{VK_SPACE, VK_DOWN, VK_SPACE, VK_DOWN, VK_SPACE, VK_RETURN}, nullptr, {}},
-      {{}, [](const RecipientWindow& window) { window.PressAlt(L'c'); }, {}},
-      {{}, [](const RecipientWindow& window) { window.ClickCloseBox(); }, {}},
+      {"Enter", {VK_RETURN}, nullptr, {1, 2, 3}},
+      {"Escape", {VK_ESCAPE}, nullptr, {}},
+      {"all unticked", {VK_SPACE, VK_DOWN, VK_SPACE, VK_DOWN, VK_SPACE, VK_RETURN}, nullptr, {}},
+      {"the button", {}, [](const RecipientWindow& window) { window.PressAlt(L'c'); }, {}},
+      {"the close box", {}, [](const RecipientWindow& window) { window.ClickCloseBox(); }, {}},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.way);
     const auto actions = [&](const RecipientWindow& window) {
       for (const UINT key : c.keys) window.Press(key);
       if (c.leave) c.leave(window);

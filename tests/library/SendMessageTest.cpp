@@ -137,10 +137,54 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
     users.clear();
     EXPECT_EQ(message.SendMessage(c.given), !c.sentTo.empty());
     EXPECT_EQ(users, c.sentTo);
+    EXPECT_TRUE(log->entries.back().ends_with(c.sentTo.empty() ? " 0" : " 1"));
     EXPECT_EQ(PackageAt(message.GetMessage(), L"MessageUsers"_key).Count(), 3);
     EXPECT_FALSE(c.given && c.given.Lookup(L"5"_key)) << "removed from the caller's own";
   }
   EXPECT_EQ(sql, "select FUserID from t_User where FEmpID=42 and FForbidden <> 1");
+}
+
+TEST_F(SendMessageTest, NothingToSendIsNoFailure) {
+  EXPECT_FALSE(message.SendMessage(Users({3}))) << "no package";
+  EXPECT_TRUE(log->entries.back().ends_with(" 0"));
+  Take(L"a", L"b", Value());
+  EXPECT_FALSE(message.SendMessage({})) << "no list";
+  EXPECT_TRUE(log->entries.back().ends_with(" 0"));
+}
+
+TEST_F(SendMessageTest, HostMayTakeItsExcludedUsersBackMeanwhile) {
+  const auto listed = Users({3, 5, 6});
+  ForeignRecord given(listed);
+  given.On(L"Lookup", [&](Arguments& a) {
+    message.ExcludeUser({});
+    return listed.Lookup(Key(a.At(0).ToText()));
+  });
+  Take(L"a", L"b", Value());
+  message.ExcludeUser(List({L"5", L"6"}));
+  EXPECT_TRUE(message.SendMessage(given.Handle()));
+  EXPECT_EQ(users, std::vector{3});
+}
+
+TEST_F(SendMessageTest, ExclusionThatFailsShowsABoxOfItsOwn) {
+  const auto info = Record({{L"f", Record({{L"FKey", L"f"}, {L"FNeedSave", 1}, {L"FLookUpType", 7}})}});
+  info.Set(L"Page1"_key, Record({{L"f", 1}}));
+  message.TableInfo(info);
+  message.RefreshVariableValue(Record({{L"Page1", Record({{L"f", 9}})}}));
+  const Box lost = Report(L"Message : SendMessage", L"«对象未设置»");
+  const Box boxesOf[] = {{L"不能读", lost.title, lost.style}, Report(L"Message : ExcludeUsers", L"不能读")};
+  for (int failing = 0; failing < 2; ++failing) {
+    int asked = 0;
+    ForeignContainer excluded(List({5}).Object());
+    excluded.On(L"Item", [&] {
+      if (asked++ == failing) throw Error(E_FAIL, L"Host", L"不能读");
+      return 5;
+    });
+    message.ExcludeUser(Vector(excluded.New()));
+    Take(L"a", L"b", Users({3}));
+    EXPECT_FALSE(message.SendMessage({}));
+    EXPECT_EQ(boxes.Take(), (Boxes{boxesOf[failing], lost}));
+    message.ExcludeUser({});
+  }
 }
 
 TEST_F(SendMessageTest, FailuresAreReported) {
@@ -151,19 +195,25 @@ TEST_F(SendMessageTest, FailuresAreReported) {
   const auto tooMany = Dictionary::New();
   for (std::int32_t id = 1; id <= 32768; ++id) tooMany.Set(Key(id), Value(id));
   const struct {
+    const char* row;
     std::function<void()> prepare;
     const wchar_t* description;
     bool sent;
   } cases[] = {
-      {[&] { Take(L"a", L"b", nobody); }, L"«类型不匹配»", false},
-      {[&] { Take(L"a", L"b", tooMany); }, L"«溢出»", false},
-      {[&] { props->props = L"ConnectString=x;"; }, L"«缺少共享属性» UserID", false},
-      {[&] { command->On(L"SendMessage", Failing(L"断开")); }, L"断开", false},
-      {[&] { command->On(L"SendMessage", keepOpen); }, L"«不能删除文件»", true},  // behind the call
-      {[&] { command.reset(); }, L"«不能创建组件» TavioAppCommand.Command", false},
+      {"no ID", [&] { Take(L"a", L"b", nobody); }, L"«类型不匹配»", false},
+      {"too many", [&] { Take(L"a", L"b", tooMany); }, L"«溢出»", false},
+      {"beyond 32 bits",
+       [&] {
+         Take(L"a", L"b", Record({{L"2147483648", 1}}));
+       },
+       L"«溢出»", false},
+      {"no sender", [&] { props->props = L"ConnectString=x;"; }, L"«缺少共享属性» UserID", false},
+      {"the command fails", [&] { command->On(L"SendMessage", Failing(L"断开")); }, L"断开", false},
+      {"the file stays", [&] { command->On(L"SendMessage", keepOpen); }, L"«不能删除文件»", true},  // behind the call
+      {"no command", [&] { command.reset(); }, L"«不能创建组件» TavioAppCommand.Command", false},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     Take(L"a", L"b", Users({3}));
     props->props = usual;
     c.prepare();
@@ -171,6 +221,7 @@ TEST_F(SendMessageTest, FailuresAreReported) {
     EXPECT_EQ(message.SendMessage({}), c.sent);
     reader.close();
     auto shown = boxes.Take();
+    EXPECT_TRUE(log->entries.back().ends_with(" 1")) << "even then";
     if (c.sent) shown.at(0).text.resize(shown.at(0).text.rfind(L' '));  // the path
     EXPECT_EQ(shown, Boxes{Report(L"Message : SendMessage", c.description)});
   }

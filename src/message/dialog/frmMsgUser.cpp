@@ -5,6 +5,7 @@
 #include "foundation/environment/ResText.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/OwnModule.h"
+#include "foundation/values/SystemHandle.h"
 #include "message/dialog/VisualStyles.h"
 
 namespace tavio {
@@ -17,6 +18,14 @@ constexpr int kMargin = 7;
 constexpr int kGap = 4;
 constexpr SIZE kLeastButton = {50, 14};
 constexpr int kButtonPadding = 8;
+
+// What is drawn on in a window, or on the whole screen.
+struct ContextKind {
+  using Handle = HDC;
+  static Handle None() noexcept { return nullptr; }
+  static void Close(Handle context) noexcept { ReleaseDC(WindowFromDC(context), context); }
+};
+using DeviceContext = SystemHandle<ContextKind>;
 
 // A dialog without controls, in the system's message font.
 struct Template {
@@ -36,9 +45,8 @@ struct Template {
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     std::copy_n(metrics.lfMessageFont.lfFaceName, LF_FACESIZE, face);
-    const HDC screen = GetDC(nullptr);
-    points = static_cast<WORD>(MulDiv(-metrics.lfMessageFont.lfHeight, 72, GetDeviceCaps(screen, LOGPIXELSY)));
-    ReleaseDC(nullptr, screen);
+    const DeviceContext screen(GetDC(nullptr));
+    points = static_cast<WORD>(MulDiv(-metrics.lfMessageFont.lfHeight, 72, GetDeviceCaps(screen.Get(), LOGPIXELSY)));
   }
 };
 static_assert(offsetof(Template, menu) == 18, "the dialog manager reads on directly behind the fixed part");
@@ -52,12 +60,11 @@ Text Localised(const wchar_t* chinese) {
 HFONT FontOf(HWND window) { return reinterpret_cast<HFONT>(SendMessageW(window, WM_GETFONT, 0, 0)); }
 
 int TextWidth(HWND window, const Text& text) {
-  const HDC device = GetDC(window);
-  const HGDIOBJ before = SelectObject(device, FontOf(window));
+  const DeviceContext device(GetDC(window));
+  const HGDIOBJ before = SelectObject(device.Get(), FontOf(window));
   RECT bounds = {};
-  DrawTextW(device, text.c_str(), -1, &bounds, DT_CALCRECT | DT_SINGLELINE);
-  SelectObject(device, before);
-  ReleaseDC(window, device);
+  DrawTextW(device.Get(), text.c_str(), -1, &bounds, DT_CALCRECT | DT_SINGLELINE);
+  SelectObject(device.Get(), before);
   return bounds.right;
 }
 
