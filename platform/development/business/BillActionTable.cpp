@@ -20,7 +20,7 @@ std::int32_t Number(const Json& record, const char* key, std::int32_t fallback =
   const auto found = record.find(key);
   if (found == record.end()) return fallback;
   const Value value = FromJson(*found);
-  return value.IsEmpty() || value.IsObject() || value.Type() == VT_NULL ? fallback : value.ToInt32();
+  return value.IsEmpty() || value.IsObject() || value.IsNull() ? fallback : value.ToInt32();
 }
 
 }  // namespace
@@ -133,8 +133,7 @@ void BillActionTable::MakeKnown(const Json& classType) {
 
 std::int32_t BillActionTable::BillType(const Json& classType) {
   if (classType.contains("FBillTypeID")) return Number(classType, "FBillTypeID");
-  const Rows rows = database_.Query(L"SELECT FBillTypeID FROM t_ClassType WHERE FID = ?", classTypeId_);
-  return rows.IsEmpty() ? 0 : rows.cells[0][0].ToInt32();
+  return database_.FirstCell(L"SELECT FBillTypeID FROM t_ClassType WHERE FID = ?", classTypeId_).ToInt32();
 }
 
 std::vector<Json> BillActionTable::Defaults(std::int32_t billType) {

@@ -1,5 +1,6 @@
 #include "development/business/BillUseInfo.h"
 
+#include "foundation/packages/Vector.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/Text.h"
 
@@ -24,30 +25,25 @@ Text QueryFor(const Text& type) {
          L"LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID WHERE a.FUserID = ? AND a.FForbidden <> 1";
 }
 
-Value TextOrNothing(const Value& cell) { return cell.Type() == VT_NULL ? Value(L"") : cell.Copy(); }
+Value TextOrNothing(const Value& cell) { return cell.IsNull() ? Value(L"") : cell.Copy(); }
 
 }  // namespace
 
 BillUseInfo::BillUseInfo() {
   Add(L"GetIsUserNeedSend", [this](Arguments& a) { return GetIsUserNeedSend(a); });
   Add(L"GetUserInfo", [this](Arguments& a) { return GetUserInfo(a); });
-  Add(
-      L"UserInfoEx", [this](Arguments&) { return Value(TextView(userInfoEx_)); },
-      [this](Arguments& a) {
-        userInfoEx_ = a.At(0).ToText();
-        return Value();
-      });
+  AddKept(L"UserInfoEx", userInfoEx_);
 }
 
 Value BillUseInfo::GetIsUserNeedSend(const Arguments& arguments) {
   const std::int32_t kind = arguments.At(2).ToInt32();
   const Dictionary answers = Dictionary::New();
   for (const std::int32_t user : UserIds(arguments.At(1))) {
-    const Rows rows =
-        Store().Query(L"SELECT FIsNeedSend FROM t_UserNeedSend WHERE FUserID = ? AND FKind = ?", user, kind);
+    const Value told =
+        Store().FirstCell(L"SELECT FIsNeedSend FROM t_UserNeedSend WHERE FUserID = ? AND FKind = ?", user, kind);
     const Dictionary answer = Dictionary::New();
     answer.Set(L"FUserID"_key, Value(user));
-    answer.Set(L"FIsNeedSend"_key, Value(!rows.IsEmpty() && rows.cells[0][0].ToInt32() != 0));
+    answer.Set(L"FIsNeedSend"_key, Value(told.ToInt32() != 0));
     answers.Set(Key(user), answer);
   }
   return answers.AsValue();

@@ -58,9 +58,9 @@ Value ClassInfo::GetData(const Arguments& arguments) {
 
 Value ClassInfo::GetClassType(const Arguments& arguments) {
   const std::int32_t id = arguments.At(1).ToInt32();
-  const Rows rows = Store().Query(L"SELECT FPackage FROM t_ClassType WHERE FID = ?", id);
-  if (rows.IsEmpty()) Unknown(L"业务对象", id);
-  return FromJson(FromColumn(rows.cells[0][0]));
+  const Value package = Store().FirstCell(L"SELECT FPackage FROM t_ClassType WHERE FID = ?", id);
+  if (package.IsEmpty()) Unknown(L"业务对象", id);
+  return FromJson(FromColumn(package));
 }
 
 Value ClassInfo::GetTableInfo(const Arguments& arguments) {
@@ -83,10 +83,10 @@ Value ClassInfo::GetClassTypeEntry(const Arguments& arguments) {
 
 Value ClassInfo::GetBillData(const Arguments& arguments) {
   const std::int32_t bill = arguments.At(2).ToInt32();
-  const Rows rows =
-      Store().Query(L"SELECT FPackage FROM t_Bill WHERE FClassTypeID = ? AND FID = ?", arguments.At(1).ToInt32(), bill);
-  if (rows.IsEmpty()) Unknown(L"单据", bill);
-  return FromJson(FromColumn(rows.cells[0][0]));
+  const Value package = Store().FirstCell(L"SELECT FPackage FROM t_Bill WHERE FClassTypeID = ? AND FID = ?",
+                                          arguments.At(1).ToInt32(), bill);
+  if (package.IsEmpty()) Unknown(L"单据", bill);
+  return FromJson(FromColumn(package));
 }
 
 }  // namespace tavio::development

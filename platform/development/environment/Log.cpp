@@ -23,8 +23,7 @@ Log::Log() {
 }
 
 bool Log::IsEnabled() {
-  const Rows rows = Store().Query(L"SELECT FValue FROM t_Setting WHERE FName = 'LogEnabled'");
-  return !rows.IsEmpty() && rows.cells[0][0].EqualsText(L"1");
+  return Store().FirstCell(L"SELECT FValue FROM t_Setting WHERE FName = 'LogEnabled'").EqualsText(L"1");
 }
 
 std::int32_t Log::LogStart(const Text& label) {

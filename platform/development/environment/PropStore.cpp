@@ -14,8 +14,7 @@ PropStore::PropStore() {
 
 Value PropStore::GetProperty(const Text& name) {
   if (ToUpper(name) == L"PROPSSTRING") return Value(TextView(PropsString()));
-  const Rows rows = Store().Query(L"SELECT FValue FROM t_SharedProperty WHERE UPPER(FName) = ?", ToUpper(name));
-  return rows.IsEmpty() ? Value() : rows.cells[0][0].Copy();
+  return Store().FirstCell(L"SELECT FValue FROM t_SharedProperty WHERE UPPER(FName) = ?", ToUpper(name));
 }
 
 Text PropStore::PropsString() {

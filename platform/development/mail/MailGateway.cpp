@@ -2,9 +2,9 @@
 
 #include <cstdio>
 
-#include "development/environment/UserProfile.h"
 #include "development/mail/Mime.h"
 #include "development/storage/Files.h"
+#include "development/storage/Settings.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
@@ -25,14 +25,6 @@ Mail MailFrom(const Dictionary& request, const Dictionary& settings) {
   return mail;
 }
 
-void CheckRecipients(const std::vector<Text>& recipients) {
-  if (recipients.empty()) throw Error(E_INVALIDARG, L"MorlaMobileOpen.MorlaSendMail", L"没有收件人");
-  for (const Text& recipient : recipients) {
-    if (!IsAddress(recipient))
-      throw Error(E_INVALIDARG, L"MorlaMobileOpen.MorlaSendMail", L"收件人地址无效: " + recipient);
-  }
-}
-
 }  // namespace
 
 MailGateway::MailGateway() {
@@ -48,8 +40,8 @@ MailGateway::MailGateway() {
 
 void MailGateway::Send(const Dictionary& request) {
   if (!request) throw Error::NotSet();
-  const Mail mail = MailFrom(request, CommonProfile(Store(), L"Base_EMAIL", L"Setting"));
-  CheckRecipients(mail.recipients);
+  const Mail mail = MailFrom(request, LoadProfile(Store(), kEverybody, L"Base_EMAIL", L"Setting"));
+  CheckAddresses(mail);
   Transaction transaction(Store());
   const std::int32_t id = ReserveIds(Store(), L"Mail");
   wchar_t name[32];
@@ -60,7 +52,7 @@ void MailGateway::Send(const Dictionary& request) {
       L"VALUES (?, ?, ?, ?, ?, ?, ?)",
       id, NowText(), TextAt(request, L"Addrecipients"), mail.subject, mail.body, TextAt(request, L"Addattachment"),
       file);
-  WriteFile(file, Compose(mail));
+  WriteWhole(file, Compose(mail));
   transaction.Commit();
 }
 

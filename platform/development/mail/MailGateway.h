@@ -1,6 +1,7 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
+#include "foundation/packages/Dictionary.h"
 
 namespace tavio::development {
 

@@ -12,7 +12,7 @@ namespace {
 
 // What a field shows: of a looked-up record the member that the field names for display, else the one it stores.
 Text Shown(const Value& held, const Dictionary& field) {
-  if (held.Type() == VT_NULL) return {};
+  if (held.IsNull()) return {};
   if (!held.IsObject()) return held.ToText();
   const Dictionary record(held);
   for (const auto* naming : {L"FDSP", L"FFLD"}) {
@@ -29,16 +29,8 @@ bool IsRecord(const Value& value) { return value.HoldsObject() && HasMember(valu
 }  // namespace
 
 NotePrint::NotePrint() {
-  const auto property = [this](const wchar_t* name, Value& held) {
-    Add(
-        name, [&held](Arguments&) { return held.Copy(); },
-        [&held](Arguments& a) {
-          held = a.At(0);
-          return Value();
-        });
-  };
-  property(L"dataSrv", dataService_);
-  property(L"TableInfo", tableInfo_);
+  AddKept(L"dataSrv", dataService_);
+  AddKept(L"TableInfo", tableInfo_);
   Add(L"CreatePDFFile", [this](Arguments& a) { return CreatePdfFile(a); });
 }
 
@@ -49,11 +41,11 @@ Dictionary NotePrint::HeaderOf(std::int32_t bill) {
   return PackageAt(Dictionary(FromJson(FromColumn(rows.cells[0][0]))), L"Page1"_key);
 }
 
-// What a field shows, where it holds a user's ID the user's name.
+// What a field shows; of a user's ID the user's name.
 Text NotePrint::ShownWithUser(const Value& held, const Dictionary& field) {
   if (held.Type() != VT_I4 || field.GetValue(L"FLookUpType"_key)->ToInt32() != kUserField) return Shown(held, field);
-  const Rows rows = Store().Query(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
-  return rows.IsEmpty() ? held.ToText() : rows.cells[0][0].ToText();
+  const Value name = Store().FirstCell(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
+  return (name.IsEmpty() ? held : name).ToText();
 }
 
 std::vector<Text> NotePrint::Lines(const Dictionary& header) {
@@ -76,7 +68,7 @@ Value NotePrint::CreatePdfFile(const Arguments& arguments) {
   const std::int32_t bill = arguments.At(1).ToInt32();
   const std::string document = MakePdf(name, Lines(HeaderOf(bill)));
   const Text path = FolderWithin(L"print") + AsFileName(name + L"_" + std::to_wstring(bill)) + L".pdf";
-  WriteFile(path, document);
+  WriteWhole(path, document);
   arguments.Return(0, Value(TextView(path)));
   return Value(true);
 }

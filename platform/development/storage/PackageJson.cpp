@@ -141,9 +141,7 @@ Value FromJson(const Json& json) {
   if (json.is_number_integer()) return Value(json.get<std::int32_t>());
   if (json.is_number()) return Value(json.get<double>());
   if (json.is_string()) return Value(TextView(FromUtf8(json.get<std::string>())));
-  Value null;
-  null.InPlace()->vt = VT_NULL;
-  return null;
+  return Value::Null();
 }
 
 Text ToColumn(const Json& json) { return FromUtf8(json.dump()); }

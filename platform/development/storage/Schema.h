@@ -4,8 +4,8 @@
 
 namespace tavio::development {
 
-// Makes and fills the tables of a database that has none yet, in one transaction; safe where several processes meet an
-// empty database at once.
+// Makes and fills the tables of a database that has none yet, in one transaction; safe if several processes meet an empty
+// database at once.
 void PrepareTables(Database& database);
 
 }  // namespace tavio::development

@@ -5,7 +5,7 @@
 #include <map>
 #include <mutex>
 
-#include "development/storage/PackageJson.h"
+#include "development/storage/Files.h"
 #include "development/storage/Schema.h"
 #include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
@@ -51,9 +51,7 @@ Text StorageFolder() {
   Text folder = Environment(L"TAVIO_DEV_FOLDER");
   if (folder.empty()) folder = GetAppFolder() + L"devplatform";
   if (folder.back() != L'\\' && folder.back() != L'/') folder += L'\\';
-  if (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
-    throw Error(HRESULT_FROM_WIN32(GetLastError()), L"DevPlatform", L"不能建立文件夹 " + folder);
-  }
+  MakeFolder(folder);
   return folder;
 }
 

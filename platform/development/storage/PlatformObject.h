@@ -1,11 +1,11 @@
 #pragma once
 
+#include <concepts>
 #include <memory>
 #include <utility>
 
 #include "com/server/LateBound.h"
 #include "development/storage/Storage.h"
-#include "foundation/packages/Component.h"
 
 namespace tavio::development {
 
@@ -21,7 +21,31 @@ class PlatformObject : public LateBound {
     return *store_;
   }
 
+  // A property that only keeps what is assigned to it.
+  void AddKept(const wchar_t* name, Text& held) {
+    AddKept(
+        name, [&held] { return Value(TextView(held)); }, [&held](Value&& value) { held = value.ToText(); });
+  }
+  void AddKept(const wchar_t* name, bool& held) {
+    AddKept(
+        name, [&held] { return Value(held); }, [&held](Value&& value) { held = value.ToBool(); });
+  }
+  void AddKept(const wchar_t* name, Value& held) {
+    AddKept(
+        name, [&held] { return held.Copy(); }, [&held](Value&& value) { held = std::move(value); });
+  }
+
  private:
+  template <std::invocable Read, std::invocable<Value> Assign>
+  void AddKept(const wchar_t* name, Read read, Assign assign) {
+    Add(
+        name, [read](Arguments&) { return read(); },
+        [assign](Arguments& a) {
+          assign(a.At(0));
+          return Value();
+        });
+  }
+
   std::shared_ptr<Database> store_;
 };
 
