@@ -1,9 +1,19 @@
 #include <filesystem>
 
+#include "development/business/BillUseInfo.h"
 #include "development/business/ClassDefineUpdate.h"
 #include "development/business/ClassInfo.h"
+#include "development/environment/Log.h"
+#include "development/environment/PropStore.h"
+#include "development/environment/UserProfile.h"
+#include "development/mail/MailGateway.h"
+#include "development/mail/SmsGateway.h"
+#include "development/print/NotePrint.h"
+#include "development/storage/Files.h"
+#include "development/storage/PackageJson.h"
 #include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/values/CodePage.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
@@ -24,7 +34,7 @@ class DevPlatformTest : public ::testing::Test {
   }
   ~DevPlatformTest() override {
     EXPECT_EQ(com::ModuleUse(), 0) << "an object of the platform is still alive";
-    SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", nullptr);
+    for (const auto* name : {L"TAVIO_DEV_FOLDER", L"TAVIO_DEV_USER"}) SetEnvironmentVariableW(name, nullptr);
     std::filesystem::remove_all(folder_);
   }
 
@@ -38,16 +48,25 @@ class DevPlatformTest : public ::testing::Test {
     return Outcome(
         [&] { return update.Call(L"SaveBillActions", kProps, ByRef(classType), ByRef(actions), ByRef(type)); });
   }
+  // Runs a statement; what it answers in its column F, one after the other.
+  static std::string Sql(const Text& text) {
+    std::string column;
+    const RecordSet rows(Component(MakeObject<ClassInfo>()).Call(L"GetData", kProps, text));
+    for (; !rows.EndReached(); rows.MoveNext()) column += Show(rows.Field(L"F")) + " ";
+    return column;
+  }
   // The rights masks that are taken for the business object.
   static std::string Rights() {
-    const wchar_t sql[] = L"select FAccessUse from t_ObjectAccessType where fobjectid=1005 order by 1";
-    std::string rights;
-    const RecordSet rows(Component(MakeObject<ClassInfo>()).Call(L"GetData", kProps, sql));
-    for (; !rows.EndReached(); rows.MoveNext()) rights += Show(rows.Field(L"FAccessUse")) + " ";
-    return rights;
+    return Sql(L"select FAccessUse AS F from t_ObjectAccessType where fobjectid=1005 order by 1");
+  }
+  // A bill's values as they are printed; in the file they are 16-bit numbers.
+  static std::string Printed(Text name, std::int32_t bill) {
+    const Component print(MakeObject<NotePrint>());
+    print.Assign(L"TableInfo", Component(MakeObject<ClassInfo>()).Call(L"GetTableInfo", kProps, kClass));
+    const auto outcome = Outcome([&] { return print.Call(L"CreatePDFFile", ByRef(name), ByRef(bill), kProps); });
+    return outcome == "true" ? ReadWhole(name) : outcome;
   }
 
- private:
   std::filesystem::path folder_ =
       std::filesystem::temp_directory_path() / (L"devplatform" + std::to_wstring(GetCurrentProcessId()));
 };
@@ -86,6 +105,108 @@ TEST_F(DevPlatformTest, RefusedSaveStoresNothing) {
     const auto before = Show(Load()) + Rights();
     EXPECT_NE(Save(*actions).find(told), std::string::npos) << told;
     EXPECT_EQ(Show(Load()) + Rights(), before);
+  }
+}
+
+TEST_F(DevPlatformTest, CallsWithoutPropertiesAreRefused) {
+  const std::pair<ComPtr<IDispatch> (*)(), Strings> served[] = {
+      {&MakeObject<ClassInfo>,
+       {"GetBillActions", "getpredefineactions", "GetBillEnvironments", "GetClassMenu", "GetData", "GetClassType",
+        "GetTableInfo", "GetClassTypeEntry", "GetBillData"}},
+      {&MakeObject<ClassDefineUpdate>, {"SaveBillActions"}},
+      {&MakeObject<BillUseInfo>, {"GetIsUserNeedSend", "GetUserInfo"}},
+      {&MakeObject<ServerProfile>, {"LoadUserProfile"}}};
+  const std::string refusal = "属性字符串为空";
+  for (const auto& [make, members] : served) {
+    for (const auto& member : members) {
+      const auto call = [&] { return Component(make()).Call(FromUtf8(member).c_str(), L"", kClass, L"U", true); };
+      EXPECT_EQ(Outcome(call), refusal) << member;
+    }
+  }
+  const auto request = Record({{L"PropsString", L""}, {L"Recipients", L"1"}, {L"Addrecipients", L"a@b"}});
+  const Component mail(MakeObject<MailGateway>()), sms(MakeObject<SmsGateway>()), print(MakeObject<NotePrint>());
+  EXPECT_EQ(Outcome([&] { return mail.Call(L"MorlaSendMail", request); }), '"' + refusal + '"');
+  EXPECT_EQ(Outcome([&] { return sms.Call(L"SmsSendForBillCheck", List({request})); }), refusal);
+  EXPECT_EQ(Outcome([&] { return print.Call(L"CreatePDFFile", L"x", 5001, L""); }), refusal);
+}
+
+TEST_F(DevPlatformTest, UserOfTheProcessAlone) {
+  const Component store(MakeObject<PropStore>());
+  const auto read = [&](const wchar_t* name) { return Outcome([&] { return store.Call(L"GetProperty", 0, name); }); };
+  const auto all = read(L"PropsString");
+  EXPECT_NE(all.find("UserID=16394;UserName=张伟;"), std::string::npos);
+  SetEnvironmentVariableW(L"TAVIO_DEV_USER", L"16395");
+  EXPECT_NE(read(L"PropsString").find("Language=CHS;UserID=16395;UserName=李娜;"), std::string::npos);
+  EXPECT_EQ(read(L"username"), "\"李娜\"");
+  const auto renamed = Outcome([&] { return store.Call(L"SetProperty", L"UserID", L"16396"); });
+  EXPECT_NE(renamed.find("TAVIO_DEV_USER"), std::string::npos);
+  const Component profile(MakeObject<ClientProfile>());
+  profile.Call(L"Save", L"Section", L"Name", Record({{L"FOwn", 1}}));
+  SetEnvironmentVariableW(L"TAVIO_DEV_USER", nullptr);
+  EXPECT_EQ(Show(profile.Call(L"Load", L"Section", L"Name")), "{}") << "the settings are those of the process's user";
+  EXPECT_EQ(read(L"PropsString"), all) << "nothing is stored";
+  for (const auto* wrong : {L"1", L"16398", L"李娜", L"16395;"}) {  // 16398 may not log in
+    SetEnvironmentVariableW(L"TAVIO_DEV_USER", wrong);
+    EXPECT_EQ(read(L"PropsString"), "环境变量 TAVIO_DEV_USER 指定的用户不存在或已禁用: " + Utf8(wrong));
+  }
+}
+
+TEST_F(DevPlatformTest, RelativeFolderIsThatOfTheFirstUse) {
+  const auto before = std::filesystem::current_path();
+  std::filesystem::create_directories(folder_ / "first");
+  std::filesystem::create_directories(folder_ / "later");
+  std::filesystem::current_path(folder_ / "first");
+  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", L"not/yet\\there");
+  Load();
+  std::filesystem::current_path(folder_ / "later");
+  EXPECT_TRUE(Printed(L"bill", 5001).starts_with("%PDF"));
+  std::filesystem::current_path(before);
+  EXPECT_TRUE(std::filesystem::exists(folder_ / "first/not/yet/there/print/bill_5001.pdf"));
+  EXPECT_TRUE(std::filesystem::is_empty(folder_ / "later"));
+  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", L"a;b");
+  EXPECT_EQ(Outcome([] { return Load(); }), "数据文件夹的路径不能含有分号: a;b");
+}
+
+TEST_F(DevPlatformTest, PrintsTheBillWhoseObjectBearsTheName) {
+  Sql(L"INSERT INTO t_ClassType VALUES (7, 1, '{\"FName_ENU\": \"Order\"}')");
+  Sql(L"INSERT INTO t_Bill VALUES (7, 5001, '{\"Page1\": {\"FBillNo\": \"Z\"}}')");
+  Sql(L"INSERT INTO t_Bill VALUES (7, 9, '{\"Page1\": {\"FBillNo\": \"Z\"}}')");
+  const std::string refusal = "多个单据的编号相同,无法按名称确定: ";
+  EXPECT_NE(Printed(L"Order", 5001).find("005A> Tj"), std::string::npos);
+  EXPECT_EQ(Printed(L"采购申请单", 5001).find("005A> Tj"), std::string::npos);
+  EXPECT_NE(Printed(L"any", 9).find("005A> Tj"), std::string::npos) << "the only one";
+  EXPECT_EQ(Printed(L"any", 5001), refusal + "any");
+  Sql(L"UPDATE t_ClassType SET FPackage = '{\"FName_ENU\": \"Purchase Request\"}' WHERE FID = 7");
+  EXPECT_EQ(Printed(L"Purchase Request", 5001), refusal + "Purchase Request") << "both bear it";
+}
+
+TEST_F(DevPlatformTest, OldLogEntriesGo) {
+  const Component log(MakeObject<Log>());
+  Sql(L"INSERT INTO t_Log (FID, FProcessID, FLabel, FBegin) SELECT 500, 1, 'old', 0 UNION SELECT 501, 1, 'kept', 0");
+  Sql(L"UPDATE t_Identity SET FNext = 20499 WHERE FName = 'Log'");
+  log.Call(L"LogStart", L"before");
+  EXPECT_EQ(Sql(L"SELECT FLabel AS F FROM t_Log ORDER BY FID"), "\"old\" \"kept\" \"before\" ");
+  log.Call(L"LogStart", L"now");
+  EXPECT_EQ(Sql(L"SELECT FLabel AS F FROM t_Log ORDER BY FID"), "\"kept\" \"before\" \"now\" ");
+}
+
+TEST(PackageJsonTest, NumbersMustFit) {
+  const struct {
+    const char* name;
+    const char* json;
+    const char* outcome;
+  } kRows[] = {
+      {"the largest", "[2147483647, -2147483648]", "[2147483647, -2147483648]"},
+      {"too large", "2147483648", "溢出"},
+      {"too small", "-2147483649", "溢出"},
+      {"wraps to -1", "18446744073709551615", "溢出"},
+      {"16 bits", R"({"$i2": -32768})", "-32768s"},
+      {"beyond 16 bits", R"({"$i2": 32768})", "溢出"},
+      {"a fraction", R"({"$i2": 1.5})", "类型不匹配"},
+      {"an unknown mark", R"({"$i8": 1})", "类型不匹配"},
+  };
+  for (const auto& row : kRows) {
+    EXPECT_EQ(Outcome([&] { return FromJson(Json::parse(row.json)); }), row.outcome) << row.name;
   }
 }
 

@@ -30,8 +30,8 @@ Value TextOrNothing(const Value& cell) { return cell.IsNull() ? Value(L"") : cel
 }  // namespace
 
 BillUseInfo::BillUseInfo() {
-  Add(L"GetIsUserNeedSend", [this](Arguments& a) { return GetIsUserNeedSend(a); });
-  Add(L"GetUserInfo", [this](Arguments& a) { return GetUserInfo(a); });
+  AddServed(L"GetIsUserNeedSend", [this](Arguments& a) { return GetIsUserNeedSend(a); });
+  AddServed(L"GetUserInfo", [this](Arguments& a) { return GetUserInfo(a); });
   AddKept(L"UserInfoEx", userInfoEx_);
 }
 

@@ -27,15 +27,15 @@ void AddToTableInfo(const Dictionary& info, const Dictionary& field) {
 }  // namespace
 
 ClassInfo::ClassInfo() {
-  Add(L"GetBillActions", [this](Arguments& a) { return GetBillActions(a); });
-  Add(L"getpredefineactions", [this](Arguments&) { return ReadPredefineActions(Store()).AsValue(); });
-  Add(L"GetBillEnvironments", [this](Arguments&) { return GetBillEnvironments(); });
-  Add(L"GetClassMenu", [this](Arguments&) { return GetClassMenu(); });
-  Add(L"GetData", [this](Arguments& a) { return GetData(a); });
-  Add(L"GetClassType", [this](Arguments& a) { return GetClassType(a); });
-  Add(L"GetTableInfo", [this](Arguments& a) { return GetTableInfo(a); });
-  Add(L"GetClassTypeEntry", [this](Arguments& a) { return GetClassTypeEntry(a); });
-  Add(L"GetBillData", [this](Arguments& a) { return GetBillData(a); });
+  AddServed(L"GetBillActions", [this](Arguments& a) { return GetBillActions(a); });
+  AddServed(L"getpredefineactions", [this](Arguments&) { return ReadPredefineActions(Store()).AsValue(); });
+  AddServed(L"GetBillEnvironments", [this](Arguments&) { return GetBillEnvironments(); });
+  AddServed(L"GetClassMenu", [this](Arguments&) { return GetClassMenu(); });
+  AddServed(L"GetData", [this](Arguments& a) { return GetData(a); });
+  AddServed(L"GetClassType", [this](Arguments& a) { return GetClassType(a); });
+  AddServed(L"GetTableInfo", [this](Arguments& a) { return GetTableInfo(a); });
+  AddServed(L"GetClassTypeEntry", [this](Arguments& a) { return GetClassTypeEntry(a); });
+  AddServed(L"GetBillData", [this](Arguments& a) { return GetBillData(a); });
 }
 
 Value ClassInfo::GetBillActions(const Arguments& arguments) {

@@ -5,6 +5,9 @@
 namespace tavio::development {
 namespace {
 
+constexpr std::int32_t kKept = 20000;  // entries
+constexpr std::int32_t kOften = 500;   // how many are written between two looks at the old ones
+
 // A double holds every such number exactly, and every driver takes one.
 double Microseconds() {
   const auto now = std::chrono::system_clock::now().time_since_epoch();
@@ -32,6 +35,7 @@ std::int32_t Log::LogStart(const Text& label) {
   const auto process = static_cast<std::int32_t>(GetCurrentProcessId());
   Store().Execute(L"INSERT INTO t_Log (FID, FProcessID, FLabel, FBegin) VALUES (?, ?, ?, ?)", handle, process, label,
                   Microseconds());
+  if (handle % kOften == 0) Store().Execute(L"DELETE FROM t_Log WHERE FID <= ?", handle - kKept);
   transaction.Commit();
   return handle;
 }

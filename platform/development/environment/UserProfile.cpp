@@ -1,5 +1,6 @@
 #include "development/environment/UserProfile.h"
 
+#include "development/environment/CurrentUser.h"
 #include "development/storage/PackageJson.h"
 #include "development/storage/Settings.h"
 #include "foundation/values/Error.h"
@@ -33,13 +34,10 @@ ClientProfile::ClientProfile() {
   });
 }
 
-std::int32_t ClientProfile::Owner() {
-  if (userIndependent_) return kEverybody;
-  return Store().FirstCell(L"SELECT FValue FROM t_SharedProperty WHERE FName = 'UserID'").ToInt32();
-}
+std::int32_t ClientProfile::Owner() { return userIndependent_ ? kEverybody : CurrentUserId(Store()); }
 
 ServerProfile::ServerProfile() {
-  Add(L"LoadUserProfile", [this](Arguments& a) {
+  AddServed(L"LoadUserProfile", [this](Arguments& a) {
     const bool common = a.At(3).ToBool();
     const std::int32_t owner = common ? kEverybody : UserIn(a.At(0).ToText());
     return LoadProfile(Store(), owner, a.At(1).ToText(), a.At(2).ToText()).AsValue();

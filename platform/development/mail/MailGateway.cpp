@@ -40,6 +40,7 @@ MailGateway::MailGateway() {
 
 void MailGateway::Send(const Dictionary& request) {
   if (!request) throw Error::NotSet();
+  RequireProperties(*request.GetValue(L"PropsString"_key));
   const Mail mail = MailFrom(request, LoadProfile(Store(), kEverybody, L"Base_EMAIL", L"Setting"));
   CheckAddresses(mail);
   Transaction transaction(Store());

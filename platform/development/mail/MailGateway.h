@@ -7,7 +7,7 @@ namespace tavio::development {
 
 // MorlaMobileOpen.MorlaSendMail: the mail gateway. Nothing leaves the machine: each mail becomes an RFC 5322 file in
 // the folder "outbox" of the storage folder, and a row of t_MailOutbox.
-//   MorlaSendMail(request)   request: a Dictionary with Addrecipients (separated by ";"), Subject, Body and
+//   MorlaSendMail(request)   request: a Dictionary with PropsString, Addrecipients (separated by ";"), Subject, Body and
 //                            Addattachment (a path or ""). Answers "", or why it could not be sent. The sender is the
 //                            account of the settings "Base_EMAIL", "Setting".
 class MailGateway final : public PlatformObject {

@@ -18,6 +18,7 @@ void SmsGateway::Send(const Vector& requests) {
   std::int32_t id = ReserveIds(Store(), L"Sms", count);
   for (std::int32_t i = 1; i <= count; ++i) {
     const Dictionary request = requests.Record(i);
+    RequireProperties(*request.GetValue(L"PropsString"_key));
     const Text recipients = request.GetValue(L"Recipients"_key)->ToText();
     if (recipients.empty()) throw Error(E_INVALIDARG, L"MorlaMobileOpen.MobileOpen", L"没有接收号码");
     Store().Execute(

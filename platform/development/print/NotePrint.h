@@ -10,7 +10,8 @@ namespace tavio::development {
 //   TableInfo   the field information, which gives the fields of "Page1" their captions
 //   CreatePDFFile(name, bill ID, properties) -> Boolean
 //               name and ID by reference. Writes a PDF into the folder "print" of the storage folder and leaves its
-//               path in `name`. The values are those of dataSrv, else of the stored bill with that ID, else blank.
+//               path in `name`. The values are those of dataSrv, else of the stored bill with that ID, else blank;
+//               of several such bills the one whose object has that name, refused if that is not one.
 //               Raises Error if no TableInfo was assigned.
 class NotePrint final : public PlatformObject {
  public:
@@ -18,7 +19,7 @@ class NotePrint final : public PlatformObject {
 
  private:
   Value CreatePdfFile(const Arguments& arguments);
-  Dictionary HeaderOf(std::int32_t bill);
+  Dictionary HeaderOf(const Text& name, std::int32_t bill);
   Text ShownWithUser(const Value& held, const Dictionary& field);
   std::vector<Text> Lines(const Dictionary& header);
 

@@ -1,6 +1,8 @@
 #include "development/storage/PackageJson.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <utility>
 
 #include "foundation/packages/Walk.h"
 #include "foundation/values/CodePage.h"
@@ -106,6 +108,15 @@ Json Write(const Value& value, int depth) {
   }
 }
 
+template <class Integer>
+Value ReadInteger(const Json& json) {
+  if (!json.is_number_integer()) throw Error::TypeMismatch();
+  const bool fits = json.is_number_unsigned() ? std::in_range<Integer>(json.get<std::uint64_t>())
+                                              : std::in_range<Integer>(json.get<std::int64_t>());
+  if (!fits) throw Error::Overflow();
+  return Value(json.get<Integer>());
+}
+
 Value ReadRecord(const Json& json) {
   const Dictionary record = Dictionary::New();
   for (const auto& [key, value] : json.items()) record.Set(Key(FromUtf8(key)), FromJson(value));
@@ -113,12 +124,13 @@ Value ReadRecord(const Json& json) {
 }
 
 Value ReadMarked(const std::string& mark, const Json& json) {
-  if (mark == "$i2") return Value(json.get<std::int16_t>());
+  if (mark == "$i2") return ReadInteger<std::int16_t>(json);
   if (mark == "$r4") return Value(json.get<float>());
   if (mark == "$date") return FromIsoDate(json.get<std::string>());
   if (mark == "$decimal") return FromDecimal(json.get<std::string>());
   if (mark == "$object") return Value(ComPtr<IDispatch>());
   if (mark == "$record") return ReadRecord(json);
+  if (mark != "$empty") throw Error::TypeMismatch();
   return Value();
 }
 
@@ -138,7 +150,7 @@ Value FromJson(const Json& json) {
   }
   if (json.is_array()) return ReadList(json);
   if (json.is_boolean()) return Value(json.get<bool>());
-  if (json.is_number_integer()) return Value(json.get<std::int32_t>());
+  if (json.is_number_integer()) return ReadInteger<std::int32_t>(json);
   if (json.is_number()) return Value(json.get<double>());
   if (json.is_string()) return Value(TextView(FromUtf8(json.get<std::string>())));
   return Value::Null();

@@ -6,6 +6,7 @@
 
 #include "com/server/LateBound.h"
 #include "development/storage/Storage.h"
+#include "foundation/values/Error.h"
 
 namespace tavio::development {
 
@@ -19,6 +20,18 @@ class PlatformObject : public LateBound {
   Database& Store() {
     if (!store_) store_ = OpenStorage();
     return *store_;
+  }
+
+  // Every call of a client carries its shared-properties string: raises Error if it is empty.
+  static void RequireProperties(const Value& properties) {
+    if (properties.ToText().empty()) throw Error(E_INVALIDARG, L"DevPlatform", L"属性字符串为空");
+  }
+  // A member whose first argument is that string.
+  void AddServed(const wchar_t* name, Method method) {
+    Add(name, [method = std::move(method)](Arguments& a) {
+      RequireProperties(a.At(0));
+      return method(a);
+    });
   }
 
   // A property that only keeps what is assigned to it.
