@@ -1,16 +1,23 @@
+#include <winsock2.h>
+#include <ws2tcpip.h>
+
 #include <filesystem>
 
 #include "development/business/BillUseInfo.h"
 #include "development/business/ClassDefineUpdate.h"
 #include "development/business/ClassInfo.h"
+#include "development/environment/Data.h"
 #include "development/environment/Log.h"
 #include "development/environment/PropStore.h"
 #include "development/environment/UserProfile.h"
 #include "development/mail/MailGateway.h"
 #include "development/mail/SmsGateway.h"
+#include "development/mail/Smtp.h"
 #include "development/print/NotePrint.h"
 #include "development/storage/Files.h"
 #include "development/storage/PackageJson.h"
+#include "development/storage/Storage.h"
+#include "development/storage/Tables.h"
 #include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
 #include "foundation/values/CodePage.h"
@@ -188,6 +195,140 @@ TEST_F(DevPlatformTest, OldLogEntriesGo) {
   EXPECT_EQ(Sql(L"SELECT FLabel AS F FROM t_Log ORDER BY FID"), "\"old\" \"kept\" \"before\" ");
   log.Call(L"LogStart", L"now");
   EXPECT_EQ(Sql(L"SELECT FLabel AS F FROM t_Log ORDER BY FID"), "\"kept\" \"before\" \"now\" ");
+}
+
+class PlatformDataTest : public DevPlatformTest {
+ protected:
+  static std::string Export() { return Utf8(Component(MakeObject<Data>()).Call(L"Export").ToText()); }
+  static std::string Import(const std::string& data) {
+    return Outcome([&] { return Component(MakeObject<Data>()).Call(L"Import", FromUtf8(data)); });
+  }
+};
+
+TEST_F(PlatformDataTest, ExportedDataComesBack) {
+  const auto fresh = Export();
+  auto late = Load(), actions = Load();
+  PackageAt(actions, L"Close"_key).Set(L"FStatus"_key, Value(4));
+  actions.Set(L"New"_key, Record({{L"FCode", L"New"}, {L"FStatus", 1}, {L"FRightMask", 512}, {L"FObjectID", kClass}}));
+  Save(actions);
+  const auto changed = Export();
+  EXPECT_NE(changed, fresh);
+  EXPECT_EQ(Import(std::string(Seed())), "empty");
+  EXPECT_EQ(Export(), fresh);
+  EXPECT_EQ(Import(changed), "empty");
+  EXPECT_EQ(Export(), changed);
+  EXPECT_EQ(Import(R"({"t_PlatformVersion": [{"FVersion": 1}], "t_UserNeedSend": []})"), "empty");
+  EXPECT_EQ(Sql(L"SELECT COUNT(*) AS F FROM t_UserNeedSend UNION ALL SELECT COUNT(*) FROM t_User"), "0 6 ");
+  EXPECT_NE(Save(late).find("其他用户"), std::string::npos) << "what was loaded before an import is outdated";
+  auto numbered = Load();
+  numbered.Set(L"Next"_key, Record({{L"FCode", L"Next"}, {L"FStatus", 1}}));
+  EXPECT_EQ(Save(numbered), "empty");
+  EXPECT_EQ(Show(*PackageAt(numbered, L"Next"_key).Get(L"FID"_key)), "2002") << "a number is given out once";
+}
+
+TEST_F(PlatformDataTest, WrongDataIsRefusedWhole) {
+  const struct {
+    const char* name;
+    std::string tables;
+    const char* told;
+  } kRows[] = {
+      {"an unknown table", R"("t_Inbox": [])", "未知的表 t_Inbox"},
+      {"no list", R"("t_Bill": {})", "t_Bill 不是列表"},
+      {"no record", R"("t_Bill": [7])", "t_Bill 第1行: 不是记录"},
+      {"an unknown column", R"("t_UserNeedSend": [{"FUserID": 1, "FKind": 3, "FIsNeedSend": 1, "FX": 1}])",
+       "未知的列 FX"},
+      {"a missing column", R"("t_UserNeedSend": [{"FUserID": 1, "FKind": 3}])", "第1行: FIsNeedSend 缺少值"},
+      {"a text for a number", R"("t_UserNeedSend": [{"FUserID": "1", "FKind": 3, "FIsNeedSend": 1}])",
+       "FUserID 值不合适"},
+      {"beyond 32 bits", R"("t_UserNeedSend": [{"FUserID": 4294967296, "FKind": 3, "FIsNeedSend": 1}])",
+       "FUserID 溢出"},
+      {"a long text", R"("t_SharedProperty": [{"FIndex": 1, "FValue": "", "FName": ")" + std::string(81, 'x') + "\"}]",
+       "FName 值不合适"},
+      {"no package", R"("t_Bill": [{"FClassTypeID": 1, "FID": 1, "FPackage": "x"}])", "FPackage 值不合适"},
+      {"a package beyond 16 bits", R"("t_Bill": [{"FClassTypeID": 1, "FID": 1, "FPackage": {"F": {"$i2": 40000}}}])",
+       "FPackage 溢出"},
+      {"a package without end",
+       R"("t_Bill": [{"FClassTypeID": 1, "FID": 1, "FPackage": )" + std::string(99999, '[') + std::string(99999, ']') +
+           "}]",
+       "嵌套过深"},
+      {"the package of another bill", R"("t_Bill": [{"FClassTypeID": 1, "FID": 1, "FPackage": {"FID": 2}}])",
+       "FPackage 与其他列不符"},
+      {"a key twice", R"("t_UserNeedSend": [{"FUserID": 1, "FKind": 3, "FIsNeedSend": 1},
+                         {"FUserID": 1, "FKind": 3, "FIsNeedSend": 0}])",
+       "数据库错误"},
+      {"a user without employee", R"("t_Emp": [])", "数据不一致: t_User.FEmpID"},
+      {"without the current user", R"("t_User": [])", "数据不一致: t_SharedProperty.UserID 16394"},
+      {"an unknown setting", R"("t_Setting": [{"FName": "MailWay", "FValue": "pigeon"}])", "MailWay 不能设为 pigeon"},
+  };
+  const auto before = Export();
+  for (const auto& row : kRows) {
+    EXPECT_NE(
+        Import(R"({"t_PlatformVersion": [{"FVersion": 2}], "t_ClassMenu": [], )" + row.tables + "}").find(row.told),
+        std::string::npos)
+        << row.name;
+    EXPECT_EQ(Export(), before) << row.name;
+  }
+  EXPECT_TRUE(Import("{").starts_with("不是有效的 JSON: "));
+  EXPECT_EQ(Import(R"({"t_User": []})"), "数据没有版本 (t_PlatformVersion)");
+  EXPECT_EQ(Import(R"({"t_PlatformVersion": [{"FVersion": 3}]})"), "数据的版本是 3,本程序只能处理到版本 2");
+}
+
+TEST_F(PlatformDataTest, ResetWantsTheNameOfTheDatabase) {
+  const auto fresh = Export();
+  Sql(L"DELETE FROM t_Bill");
+  Sql(L"INSERT INTO t_SmsOutbox VALUES (1, '', '', '', 0, 0, 0)");
+  const Component data(MakeObject<Data>());
+  const auto description = Dictionary(data.Call(L"Describe"));
+  EXPECT_EQ(Show(*PackageAt(description, L"Tables"_key).Get(L"t_User"_key)), "6");
+  EXPECT_NE(Outcome([&] { return data.Call(L"Reset", L"platform.db"); }).find("而不是 platform.db"), std::string::npos);
+  EXPECT_EQ(Sql(L"SELECT FID AS F FROM t_SmsOutbox"), "1 ");
+  EXPECT_EQ(Outcome([&] { return data.Call(L"Reset", TextAt(description, L"FDatabase"_key)); }), "empty");
+  EXPECT_EQ(Sql(L"SELECT FID AS F FROM t_SmsOutbox"), "");
+  EXPECT_EQ(Export(), fresh);
+}
+
+TEST_F(PlatformDataTest, OtherVersionsOfTheTables) {
+  const wchar_t index[] = L"SELECT name AS F FROM sqlite_master WHERE name = 'i_Inbox_Recipient'";
+  const wchar_t version[] = L"SELECT FVersion AS F FROM t_PlatformVersion";
+  Sql(L"DROP INDEX i_Inbox_Recipient");
+  Sql(L"UPDATE t_PlatformVersion SET FVersion = 1");
+  Sql(L"DELETE FROM t_Setting WHERE FName <> 'LogEnabled'");
+  const auto before = Sql(L"SELECT FPackage AS F FROM t_Bill");
+  EXPECT_EQ(Sql(version) + Sql(index), "2 \"i_Inbox_Recipient\" ");
+  EXPECT_EQ(Sql(L"SELECT FPackage AS F FROM t_Bill"), before);
+  EXPECT_EQ(Show(Component(MakeObject<Data>()).Call(L"Setting", L"MailWay")), "\"outbox\"");
+  const std::pair<const wchar_t*, const char*> kSpoilt[] = {
+      {L"UPDATE t_PlatformVersion SET FVersion = 3", "表的版本是 3,本程序只能处理到版本 2"},
+      {L"UPDATE t_PlatformVersion SET FVersion = 'x'", "无法读取其版本"},
+      {L"DELETE FROM t_PlatformVersion", "无法读取其版本"},
+      {L"DROP TABLE t_PlatformVersion", "already exists"}};
+  for (const auto& [spoil, told] : kSpoilt) {
+    std::filesystem::remove_all(folder_);
+    Sql(spoil);
+    const auto outcome = Outcome(&Load);
+    EXPECT_TRUE(outcome.starts_with("不能使用数据库 SQLite ") && outcome.find(told) != std::string::npos) << outcome;
+  }
+  WriteWhole(folder_.wstring() + L"\\platform.db", std::string(4096, 'x'));
+  const auto outcome = Outcome(&Load);
+  EXPECT_TRUE(outcome.starts_with("不能使用数据库 SQLite ") && outcome.find("not a database") != std::string::npos)
+      << outcome;
+}
+
+TEST(SmtpTest, LoginsAreForThisMachine) {
+  const std::pair<const char*, bool> kAddresses[] = {
+      {"127.0.0.1", true}, {"127.8.0.9", true}, {"128.0.0.1", false},       {"192.0.2.127", false},
+      {"::1", true},       {"::2", false},      {"::ffff:127.0.0.1", true}, {"::ffff:10.0.0.127", false},
+      {"7f00::1", false}};
+  WSADATA data;
+  ASSERT_EQ(WSAStartup(MAKEWORD(2, 2), &data), 0);
+  for (const auto& [text, isLoopback] : kAddresses) {
+    addrinfo hints = {}, *found = nullptr;
+    hints.ai_flags = AI_NUMERICHOST;
+    ASSERT_EQ(getaddrinfo(text, "25", &hints, &found), 0) << text;
+    EXPECT_EQ(IsLoopback(*found->ai_addr), isLoopback) << text;
+    freeaddrinfo(found);
+  }
+  WSACleanup();
 }
 
 TEST(PackageJsonTest, NumbersMustFit) {

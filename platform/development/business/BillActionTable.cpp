@@ -4,6 +4,7 @@
 
 #include "development/business/PredefineTable.h"
 #include "development/storage/Storage.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
@@ -37,9 +38,8 @@ struct BillActionTable::Plan {
 
 BillActionTable::Plan::Plan(const Dictionary& actions) {
   std::set<std::string> codes;
-  const std::int32_t count = actions.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    Json action = ToJson(actions.At(i).Stored());
+  for (const auto& entry : Entries(actions)) {
+    Json action = ToJson(entry.Stored());
     if (!action.is_object() || !action.contains("FCode")) Refuse(L"操作数据包缺少操作代码");
     Take(action);
     if (Number(action, "FStatus", 1) & kDeleted) continue;
@@ -139,8 +139,8 @@ std::int32_t BillActionTable::BillType(const Json& classType) {
 std::vector<Json> BillActionTable::Defaults(std::int32_t billType) {
   std::vector<Json> defaults;
   const Vector catalogue = ReadPredefineActions(database_);
-  for (std::int32_t i = 1; i <= catalogue.Count(); ++i) {
-    Json action = ToJson(*catalogue.Item(i));
+  for (const auto& entry : Records(catalogue)) {
+    Json action = ToJson(entry);
     const bool belongs = billType > 0 && billType < 32 && (Number(action, "FBillType") >> (billType - 1) & 1);
     if (!belongs) continue;
     action.erase("FBillType");

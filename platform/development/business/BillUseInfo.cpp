@@ -1,6 +1,7 @@
 #include "development/business/BillUseInfo.h"
 
-#include "foundation/packages/Vector.h"
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/Text.h"
 
@@ -9,10 +10,8 @@ namespace {
 
 std::vector<std::int32_t> UserIds(const Value& list) {
   std::vector<std::int32_t> ids;
-  const Vector records(list);
-  if (!records) return ids;
-  const std::int32_t count = records.Count();
-  for (std::int32_t i = 1; i <= count; ++i) ids.push_back(records.Record(i).Get(L"FUserID"_key)->ToInt32());
+  if (!list.HoldsObject()) return ids;
+  for (const auto& record : Records(Vector(list))) ids.push_back(NumberAt(record, L"FUserID"_key));
   return ids;
 }
 

@@ -5,6 +5,7 @@
 #include "development/storage/RecordSet.h"
 #include "development/storage/Records.h"
 #include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
@@ -16,8 +17,8 @@ namespace {
 
 // Adds a field's record under its key, and the key with its position to its page.
 void AddToTableInfo(const Dictionary& info, const Dictionary& field) {
-  const Key page(field.Get(L"FPage"_key)->ToText());
-  const Key key(field.Get(L"FKey"_key)->ToText());
+  const Key page(TextAt(field, L"FPage"_key));
+  const Key key(TextAt(field, L"FKey"_key));
   if (!info.Lookup(page)) info.Set(page, Dictionary::New());
   const Dictionary fields = PackageAt(info, page);
   fields.Set(key, Value(fields.Count() + 1));
@@ -71,7 +72,7 @@ Value ClassInfo::GetTableInfo(const Arguments& arguments) {
       ReadRecords(Store(), kFields, L"FROM t_ClassTableField WHERE FClassTypeID = ? ORDER BY FIndex", id);
   if (fields.Count() == 0) Unknown(L"业务对象", id[0].ToInt32());
   const Dictionary info = Dictionary::New();
-  for (std::int32_t i = 1; i <= fields.Count(); ++i) AddToTableInfo(info, fields.Record(i));
+  for (const auto& field : Records(fields)) AddToTableInfo(info, field);
   return info.AsValue();
 }
 

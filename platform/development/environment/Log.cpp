@@ -2,6 +2,8 @@
 
 #include <chrono>
 
+#include "development/storage/Settings.h"
+
 namespace tavio::development {
 namespace {
 
@@ -25,9 +27,7 @@ Log::Log() {
   });
 }
 
-bool Log::IsEnabled() {
-  return Store().FirstCell(L"SELECT FValue FROM t_Setting WHERE FName = 'LogEnabled'").EqualsText(L"1");
-}
+bool Log::IsEnabled() { return SettingOf(Store(), L"LogEnabled") == L"1"; }
 
 std::int32_t Log::LogStart(const Text& label) {
   Transaction transaction(Store());

@@ -1,6 +1,7 @@
 #include "development/mail/JmailMessage.h"
 
 #include "development/mail/Smtp.h"
+#include "development/storage/Settings.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
@@ -34,7 +35,11 @@ bool JmailMessage::Send(const Text& server) {
   mail_.body = mail_.isHtml ? html_ : plain_;
   error_.clear();
   try {
-    SendOverSmtp(server, {user_, password_}, mail_, logging_ ? &log_ : nullptr);
+    if (SettingOf(Store(), L"MailWay") != L"smtp") {
+      throw Error(E_ACCESSDENIED, L"Jmail.Message", L"本平台设置为不通过 SMTP 发送邮件");
+    }
+    const bool tellsEveryone = SettingOf(Store(), L"MailLogin") == L"anywhere";
+    SendOverSmtp(server, {user_, password_, tellsEveryone}, mail_, logging_ ? &log_ : nullptr);
     return true;
   } catch (const Error& error) {
     error_ = error.Description();

@@ -7,7 +7,8 @@
 
 namespace tavio::development {
 
-// Jmail.Message: a mail sent over SMTP, for real.
+// Jmail.Message: a mail sent over SMTP, for real, if the setting MailWay (Settings.h) says so; else every Send fails.
+// Nothing of it is encrypted, so a login goes to servers on this machine alone, unless the setting MailLogin allows more.
 //   Charset, Logging                         the charset of the mail; whether Log is kept
 //   ContentTransferEncoding, Encoding, ISOEncodeHeaders
 //                                            kept only: bodies are base64 and headers encoded whatever is assigned

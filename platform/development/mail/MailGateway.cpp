@@ -5,27 +5,34 @@
 #include "development/mail/Mime.h"
 #include "development/storage/Files.h"
 #include "development/storage/Settings.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
 namespace {
 
-Text TextAt(const Dictionary& record, const wchar_t* key) { return record.GetValue(Key(TextView(key)))->ToText(); }
-
 Mail MailFrom(const Dictionary& request, const Dictionary& settings) {
   Mail mail;
-  mail.from = TextAt(settings, L"txtAccountName");
+  mail.from = TextAt(settings, L"txtAccountName"_key);
   if (!IsAddress(mail.from)) mail.from = L"platform@localhost";
-  mail.fromName = TextAt(settings, L"txtShowName");
-  mail.recipients = SplitAddresses(TextAt(request, L"Addrecipients"));
-  mail.subject = TextAt(request, L"Subject");
-  mail.body = TextAt(request, L"Body");
-  const Text attached = TextAt(request, L"Addattachment");
+  mail.fromName = TextAt(settings, L"txtShowName"_key);
+  mail.recipients = SplitAddresses(TextAt(request, L"Addrecipients"_key));
+  mail.subject = TextAt(request, L"Subject"_key);
+  mail.body = TextAt(request, L"Body"_key);
+  const Text attached = TextAt(request, L"Addattachment"_key);
   if (!attached.empty()) mail.attachments.push_back(ReadAttachment(attached));
   return mail;
 }
 
 }  // namespace
+
+bool MailGateway::IsThere() noexcept {
+  try {
+    return SettingOf(*OpenStorage(), L"MailWay") != L"smtp";
+  } catch (...) {  // then its own call says why
+    return true;
+  }
+}
 
 MailGateway::MailGateway() {
   Add(L"MorlaSendMail", [this](Arguments& a) {
@@ -41,6 +48,9 @@ MailGateway::MailGateway() {
 void MailGateway::Send(const Dictionary& request) {
   if (!request) throw Error::NotSet();
   RequireProperties(*request.GetValue(L"PropsString"_key));
+  if (SettingOf(Store(), L"MailWay") == L"refuse") {
+    throw Error(E_ACCESSDENIED, L"MorlaMobileOpen.MorlaSendMail", L"本平台设置为不发送邮件");
+  }
   const Mail mail = MailFrom(request, LoadProfile(Store(), kEverybody, L"Base_EMAIL", L"Setting"));
   CheckAddresses(mail);
   Transaction transaction(Store());
@@ -51,8 +61,8 @@ void MailGateway::Send(const Dictionary& request) {
   Store().Execute(
       L"INSERT INTO t_MailOutbox (FID, FTime, FRecipients, FSubject, FBody, FAttachment, FFile) "
       L"VALUES (?, ?, ?, ?, ?, ?, ?)",
-      id, NowText(), TextAt(request, L"Addrecipients"), mail.subject, mail.body, TextAt(request, L"Addattachment"),
-      file);
+      id, NowText(), TextAt(request, L"Addrecipients"_key), mail.subject, mail.body,
+      TextAt(request, L"Addattachment"_key), file);
   WriteWhole(file, Compose(mail));
   transaction.Commit();
 }

@@ -61,6 +61,12 @@ class Conversation {
     } while (line.size() > 3 && line[3] == '-');
     if (line.empty() || line[0] != expected) Fail(L"邮件服务器拒绝: " + FromUtf8(line));
   }
+  bool IsOnThisMachine() const {
+    sockaddr_storage peer = {};
+    int size = sizeof peer;
+    auto* address = reinterpret_cast<sockaddr*>(&peer);
+    return getpeername(socket_.Get(), address, &size) == 0 && IsLoopback(*address);
+  }
   void Send(const std::string& bytes) {
     for (std::size_t sent = 0; sent < bytes.size();) {
       const int count = send(socket_.Get(), bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
@@ -125,12 +131,23 @@ std::string Stuffed(const std::string& mail) {
 
 void LogIn(Conversation& server, const SmtpAccount& account) {
   if (account.user.empty()) return;
+  if (!account.mayTellAnyone && !server.IsOnThisMachine()) Fail(L"邮件服务器不在本机,未加密的登录被禁止");
   server.Say("AUTH LOGIN", '3');
   server.SaySecret(Base64(ToUtf8(account.user)), '3');
   server.SaySecret(Base64(ToUtf8(account.password)), '2');
 }
 
 }  // namespace
+
+bool IsLoopback(const sockaddr& address) noexcept {
+  const auto isLoopback = [](const unsigned char* v4) { return v4[0] == 127; };
+  if (address.sa_family == AF_INET) {
+    return isLoopback(reinterpret_cast<const unsigned char*>(&reinterpret_cast<const sockaddr_in&>(address).sin_addr));
+  }
+  if (address.sa_family != AF_INET6) return false;
+  const in6_addr& v6 = reinterpret_cast<const sockaddr_in6&>(address).sin6_addr;
+  return IN6_IS_ADDR_LOOPBACK(&v6) || (IN6_IS_ADDR_V4MAPPED(&v6) && isLoopback(v6.s6_addr + 12));
+}
 
 void SendOverSmtp(const Text& server, const SmtpAccount& account, const Mail& mail, Text* log) {
   CheckAddresses(mail);

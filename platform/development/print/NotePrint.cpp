@@ -6,6 +6,7 @@
 #include "development/storage/Files.h"
 #include "development/storage/PackageJson.h"
 #include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/InvokeByName.h"
@@ -18,9 +19,8 @@ Text Shown(const Value& held, const Dictionary& field) {
   if (held.IsNull()) return {};
   if (!held.IsObject()) return held.ToText();
   const Dictionary record(held);
-  for (const auto* naming : {L"FDSP", L"FFLD"}) {
-    const Text member = field.GetValue(Key(TextView(naming)))->ToText();
-    if (record && !member.empty() && record.Lookup(Key(member))) return record.Get(Key(member))->ToText();
+  for (const Text& member : {TextAt(field, L"FDSP"_key), TextAt(field, L"FFLD"_key)}) {
+    if (record && !member.empty() && record.Lookup(Key(member))) return TextAt(record, Key(member));
   }
   return {};
 }
@@ -70,7 +70,7 @@ Dictionary NotePrint::HeaderOf(const Text& name, std::int32_t bill) {
 
 // What a field shows; of a user's ID the user's name.
 Text NotePrint::ShownWithUser(const Value& held, const Dictionary& field) {
-  if (held.Type() != VT_I4 || field.GetValue(L"FLookUpType"_key)->ToInt32() != kUserField) return Shown(held, field);
+  if (held.Type() != VT_I4 || NumberAt(field, L"FLookUpType"_key, 0) != kUserField) return Shown(held, field);
   const Value name = Store().FirstCell(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
   return (name.IsEmpty() ? held : name).ToText();
 }
@@ -80,12 +80,13 @@ std::vector<Text> NotePrint::Lines(const Dictionary& header) {
   if (!info) throw Error(E_FAIL, L"TavioClassBillPrint.clsNotePrint", L"请先设置字段信息");
   std::vector<Text> lines;
   const Dictionary fields = PackageAt(info, L"Page1"_key);
-  for (std::int32_t i = 1; fields && i <= fields.Count(); ++i) {
-    const Key key{TextView(fields.Name(i))};
+  if (!fields) return lines;
+  for (const auto& entry : Entries(fields)) {
+    const Key key{entry.KeyView()};
     const Dictionary field = PackageAt(info, key);
-    if (!field || field.GetValue(L"FVisible"_key)->ToInt32() == 0) continue;
+    if (!field || NumberAt(field, L"FVisible"_key, 0) == 0) continue;
     const Text value = header && header.Lookup(key) ? ShownWithUser(*header.Get(key), field) : Text();
-    lines.push_back(field.GetValue(L"FCaption"_key)->ToText() + L": " + value);
+    lines.push_back(TextAt(field, L"FCaption"_key) + L": " + value);
   }
   return lines;
 }

@@ -213,11 +213,33 @@ Rows Database::Query(TextView sql, std::span<const Value> values) {
   return statement.Fetch();
 }
 
-void Database::SetAutoCommit(bool on) {
-  const auto mode = static_cast<SQLULEN>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF);
-  const SQLRETURN result =
-      SQLSetConnectAttrW(connection_.Get(), SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER);
-  if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLSetConnectAttr");
+Text Database::Name() {
+  const Text database = Tell(SQL_DATABASE_NAME), server = Tell(SQL_SERVER_NAME);
+  return Tell(SQL_DBMS_NAME) + L" " + database + (server == database ? Text() : L" (" + server + L")");
+}
+
+Text Database::Tell(unsigned short what) {
+  SQLWCHAR text[1024] = {};
+  SQLSMALLINT length = 0;
+  if (!SQL_SUCCEEDED(SQLGetInfoW(connection_.Get(), what, text, sizeof text, &length))) {
+    Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLGetInfo");
+  }
+  return text;
+}
+
+void Database::Set(int attribute, std::size_t value) {
+  auto* number = reinterpret_cast<SQLPOINTER>(value);
+  if (!SQL_SUCCEEDED(SQLSetConnectAttrW(connection_.Get(), attribute, number, SQL_IS_UINTEGER))) {
+    Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLSetConnectAttr");
+  }
+}
+
+std::size_t Database::Get(int attribute) {
+  SQLULEN value = 0;
+  if (!SQL_SUCCEEDED(SQLGetConnectAttrW(connection_.Get(), attribute, &value, sizeof value, nullptr))) {
+    Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLGetConnectAttr");
+  }
+  return static_cast<std::uint32_t>(value);
 }
 
 void Database::End(bool commit) {
@@ -225,12 +247,17 @@ void Database::End(bool commit) {
   if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLEndTran");
 }
 
-Transaction::Transaction(Database& database) : database_(database) { database_.SetAutoCommit(false); }
+Transaction::Transaction(Database& database, Kind kind)
+    : database_(database), isolation_(database.Get(SQL_ATTR_TXN_ISOLATION)) {
+  if (kind == Kind::kOneMoment) database_.Set(SQL_ATTR_TXN_ISOLATION, SQL_TXN_REPEATABLE_READ);
+  database_.Set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_OFF);
+}
 
 Transaction::~Transaction() {
   try {
     if (open_) database_.End(false);
-    database_.SetAutoCommit(true);
+    database_.Set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_ON);
+    if (database_.Get(SQL_ATTR_TXN_ISOLATION) != isolation_) database_.Set(SQL_ATTR_TXN_ISOLATION, isolation_);
   } catch (...) {  // a lost connection has rolled back already
   }
 }

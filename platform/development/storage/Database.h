@@ -48,6 +48,9 @@ class Database {
   // `connection` is an ODBC connection string, driver included.
   explicit Database(const Text& connection);
 
+  // What the connection leads to, for people: "SQLite C:\...\platform.db".
+  Text Name();
+
   // Runs one statement whose "?" marks stand for `values`, and answers how many rows it changed. A value is bound as
   // integer, number or text; an empty one as null.
   template <class... Values>
@@ -76,6 +79,7 @@ class Database {
   friend class Transaction;
 
   static Value AsParameter(const Value& value) { return value.Copy(); }
+  static Value AsParameter(TextView text) { return Value(text); }
   static Value AsParameter(const Text& text) { return Value(TextView(text)); }
   template <class T>
   requires std::constructible_from<Value, const T&> &&(!std::same_as<T, Value>)static Value
@@ -83,7 +87,9 @@ class Database {
     return Value(scalar);
   }
 
-  void SetAutoCommit(bool on);
+  void Set(int attribute, std::size_t value);
+  std::size_t Get(int attribute);
+  Text Tell(unsigned short what);
   void End(bool commit);
 
   SystemHandle<OdbcEnvironmentKind> environment_;
@@ -94,7 +100,10 @@ class Database {
 // a reader that turns into a writer half-way can be refused by SQLite.
 class Transaction {
  public:
-  explicit Transaction(Database& database);
+  // One that only reads reads everything as it was at one moment.
+  enum class Kind { kChange, kOneMoment };
+
+  explicit Transaction(Database& database, Kind kind = Kind::kChange);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -103,6 +112,7 @@ class Transaction {
 
  private:
   Database& database_;
+  std::size_t isolation_;
   bool open_ = true;
 };
 
