@@ -5,6 +5,7 @@
 #include "development/business/ClassDefineUpdate.h"
 #include "development/business/ClassInfo.h"
 #include "development/business/MultiCheckInfo.h"
+#include "development/environment/Data.h"
 #include "development/environment/FormTextLoader.h"
 #include "development/environment/Loader.h"
 #include "development/environment/Log.h"
@@ -26,6 +27,12 @@ constexpr CLSID Id(unsigned char number) noexcept {
   return {0xd2a7b4c1, 0x53e8, 0x4f06, {0x9b, 0x1d, 0x84, 0x2e, 0x6c, 0x70, 0x5a, number}};
 }
 
+HRESULT MakeMailGateway(REFIID iid, void** object) noexcept {
+  if (dev::MailGateway::IsThere()) return Make<dev::MailGateway>(iid, object);
+  *object = nullptr;
+  return CLASS_E_CLASSNOTAVAILABLE;
+}
+
 constexpr ClassRow kClasses[] = {
     {Id(0x01), L"TavioSharedProps.PropStore", L"Shared properties (development)", &Make<dev::PropStore>},
     {Id(0x02), L"MorlaLogMsg.Log", L"Log (development)", &Make<dev::Log>},
@@ -40,9 +47,10 @@ constexpr ClassRow kClasses[] = {
     {Id(0x0a), L"TavioClassBillPrint.clsNotePrint", L"Bill printing (development)", &Make<dev::NotePrint>},
     {Id(0x0b), L"TavioClientBase.UserProfile", L"Client settings (development)", &Make<dev::ClientProfile>},
     {Id(0x0c), L"TavioServerBase.UserProfile", L"Server settings (development)", &Make<dev::ServerProfile>},
-    {Id(0x0d), L"MorlaMobileOpen.MorlaSendMail", L"Mail gateway (development)", &Make<dev::MailGateway>},
+    {Id(0x0d), L"MorlaMobileOpen.MorlaSendMail", L"Mail gateway (development)", &MakeMailGateway},
     {Id(0x0e), L"MorlaMobileOpen.MobileOpen", L"SMS gateway (development)", &Make<dev::SmsGateway>},
     {Id(0x0f), L"Jmail.Message", L"SMTP mail (development)", &Make<dev::JmailMessage>},
+    {Id(0x10), L"TavioDevPlatform.Data", L"Data of the development platform", &Make<dev::Data>},
 };
 
 }  // namespace

@@ -39,7 +39,7 @@ ComPtr<Interface> Create(REFCLSID id) {
 // What the platform knows of a business object.
 template <class... Ids>
 ComPtr<IDispatch> Ask(const wchar_t* member, Ids... ids) {
-  return Component::Create(L"TavioMClass.ClassInfo").Call(member, L"", ids...).ToObject();
+  return Component::Create(L"TavioMClass.ClassInfo").Call(member, L"Language=CHS;", ids...).ToObject();
 }
 
 // The library of the object's own type information, as a compiler that only knows the registry finds it.

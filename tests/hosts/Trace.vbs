@@ -1,4 +1,5 @@
-Dim info, actions, message
+Dim props, info, actions, message
+props = CreateObject("TavioSharedProps.PropStore").GetProperty(0, "PropsString")
 Set info = CreateObject("TavioMClass.ClassInfo")
 Set actions = CreateObject("TavioClassBillAction.BillActions")
 actions.ClassTypeID = 1005
@@ -6,9 +7,9 @@ actions.Initialize
 actions.GetMessage "Save", 3
 Set message = CreateObject("TavioClassBillAction.Message")
 message.ClassTypeID = 1005
-Set message.ClassType = info.GetClassType("", 1005)
-Set message.TableInfo = info.GetTableInfo("", 1005)
-message.RefreshVariableValue info.GetBillData("", 1005, 5001)
+Set message.ClassType = info.GetClassType(props, 1005)
+Set message.TableInfo = info.GetTableInfo(props, 1005)
+message.RefreshVariableValue info.GetBillData(props, 1005, 5001)
 
 ' The example prints into a file here, since labels are Chinese.
 Dim shell, files, copy, output, text

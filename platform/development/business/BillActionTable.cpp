@@ -4,6 +4,7 @@
 
 #include "development/business/PredefineTable.h"
 #include "development/storage/Storage.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
@@ -20,7 +21,7 @@ std::int32_t Number(const Json& record, const char* key, std::int32_t fallback =
   const auto found = record.find(key);
   if (found == record.end()) return fallback;
   const Value value = FromJson(*found);
-  return value.IsEmpty() || value.IsObject() || value.Type() == VT_NULL ? fallback : value.ToInt32();
+  return value.IsEmpty() || value.IsObject() || value.IsNull() ? fallback : value.ToInt32();
 }
 
 }  // namespace
@@ -37,9 +38,8 @@ struct BillActionTable::Plan {
 
 BillActionTable::Plan::Plan(const Dictionary& actions) {
   std::set<std::string> codes;
-  const std::int32_t count = actions.Count();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    Json action = ToJson(actions.At(i).Stored());
+  for (const auto& entry : Entries(actions)) {
+    Json action = ToJson(entry.Stored());
     if (!action.is_object() || !action.contains("FCode")) Refuse(L"操作数据包缺少操作代码");
     Take(action);
     if (Number(action, "FStatus", 1) & kDeleted) continue;
@@ -133,15 +133,14 @@ void BillActionTable::MakeKnown(const Json& classType) {
 
 std::int32_t BillActionTable::BillType(const Json& classType) {
   if (classType.contains("FBillTypeID")) return Number(classType, "FBillTypeID");
-  const Rows rows = database_.Query(L"SELECT FBillTypeID FROM t_ClassType WHERE FID = ?", classTypeId_);
-  return rows.IsEmpty() ? 0 : rows.cells[0][0].ToInt32();
+  return database_.FirstCell(L"SELECT FBillTypeID FROM t_ClassType WHERE FID = ?", classTypeId_).ToInt32();
 }
 
 std::vector<Json> BillActionTable::Defaults(std::int32_t billType) {
   std::vector<Json> defaults;
   const Vector catalogue = ReadPredefineActions(database_);
-  for (std::int32_t i = 1; i <= catalogue.Count(); ++i) {
-    Json action = ToJson(*catalogue.Item(i));
+  for (const auto& entry : Records(catalogue)) {
+    Json action = ToJson(entry);
     const bool belongs = billType > 0 && billType < 32 && (Number(action, "FBillType") >> (billType - 1) & 1);
     if (!belongs) continue;
     action.erase("FBillType");

@@ -18,8 +18,8 @@ class BillActionTable {
   Dictionary Load();
 
   // Stores the whole collection in one transaction: what is marked deleted (FStatus 4) is dropped, what has no FID gets
-  // one, FStatus becomes 0. The rights masks of the actions are noted in t_ObjectAccessType. Where deleting leaves no
-  // action, the defaults of the bill type take their place. `classType` becomes known where its FID is not yet. The
+  // one, FStatus becomes 0. The rights masks of the actions are noted in t_ObjectAccessType. If deleting leaves no
+  // action, the defaults of the bill type take their place. `classType` becomes known if its FID is not yet. The
   // packages themselves are not touched; raises Error, and stores nothing, for a collection that is not of the stored
   // version, an action without a code, or a code used twice.
   void Save(const Dictionary& actions, const Dictionary& classType);

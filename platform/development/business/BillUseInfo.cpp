@@ -1,5 +1,7 @@
 #include "development/business/BillUseInfo.h"
 
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/Text.h"
 
@@ -8,10 +10,8 @@ namespace {
 
 std::vector<std::int32_t> UserIds(const Value& list) {
   std::vector<std::int32_t> ids;
-  const Vector records(list);
-  if (!records) return ids;
-  const std::int32_t count = records.Count();
-  for (std::int32_t i = 1; i <= count; ++i) ids.push_back(records.Record(i).Get(L"FUserID"_key)->ToInt32());
+  if (!list.HoldsObject()) return ids;
+  for (const auto& record : Records(Vector(list))) ids.push_back(NumberAt(record, L"FUserID"_key));
   return ids;
 }
 
@@ -24,30 +24,25 @@ Text QueryFor(const Text& type) {
          L"LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID WHERE a.FUserID = ? AND a.FForbidden <> 1";
 }
 
-Value TextOrNothing(const Value& cell) { return cell.Type() == VT_NULL ? Value(L"") : cell.Copy(); }
+Value TextOrNothing(const Value& cell) { return cell.IsNull() ? Value(L"") : cell.Copy(); }
 
 }  // namespace
 
 BillUseInfo::BillUseInfo() {
-  Add(L"GetIsUserNeedSend", [this](Arguments& a) { return GetIsUserNeedSend(a); });
-  Add(L"GetUserInfo", [this](Arguments& a) { return GetUserInfo(a); });
-  Add(
-      L"UserInfoEx", [this](Arguments&) { return Value(TextView(userInfoEx_)); },
-      [this](Arguments& a) {
-        userInfoEx_ = a.At(0).ToText();
-        return Value();
-      });
+  AddServed(L"GetIsUserNeedSend", [this](Arguments& a) { return GetIsUserNeedSend(a); });
+  AddServed(L"GetUserInfo", [this](Arguments& a) { return GetUserInfo(a); });
+  AddKept(L"UserInfoEx", userInfoEx_);
 }
 
 Value BillUseInfo::GetIsUserNeedSend(const Arguments& arguments) {
   const std::int32_t kind = arguments.At(2).ToInt32();
   const Dictionary answers = Dictionary::New();
   for (const std::int32_t user : UserIds(arguments.At(1))) {
-    const Rows rows =
-        Store().Query(L"SELECT FIsNeedSend FROM t_UserNeedSend WHERE FUserID = ? AND FKind = ?", user, kind);
+    const Value told =
+        Store().FirstCell(L"SELECT FIsNeedSend FROM t_UserNeedSend WHERE FUserID = ? AND FKind = ?", user, kind);
     const Dictionary answer = Dictionary::New();
     answer.Set(L"FUserID"_key, Value(user));
-    answer.Set(L"FIsNeedSend"_key, Value(!rows.IsEmpty() && rows.cells[0][0].ToInt32() != 0));
+    answer.Set(L"FIsNeedSend"_key, Value(told.ToInt32() != 0));
     answers.Set(Key(user), answer);
   }
   return answers.AsValue();

@@ -6,7 +6,7 @@
 namespace tavio::development {
 
 ClassDefineUpdate::ClassDefineUpdate() {
-  Add(L"SaveBillActions", [this](Arguments& a) {
+  AddServed(L"SaveBillActions", [this](Arguments& a) {
     SaveBillActions(a);
     return Value();
   });

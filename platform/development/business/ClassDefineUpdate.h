@@ -1,6 +1,6 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
 
 namespace tavio::development {
 

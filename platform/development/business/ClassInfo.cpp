@@ -5,6 +5,7 @@
 #include "development/storage/RecordSet.h"
 #include "development/storage/Records.h"
 #include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
@@ -16,8 +17,8 @@ namespace {
 
 // Adds a field's record under its key, and the key with its position to its page.
 void AddToTableInfo(const Dictionary& info, const Dictionary& field) {
-  const Key page(field.Get(L"FPage"_key)->ToText());
-  const Key key(field.Get(L"FKey"_key)->ToText());
+  const Key page(TextAt(field, L"FPage"_key));
+  const Key key(TextAt(field, L"FKey"_key));
   if (!info.Lookup(page)) info.Set(page, Dictionary::New());
   const Dictionary fields = PackageAt(info, page);
   fields.Set(key, Value(fields.Count() + 1));
@@ -27,15 +28,15 @@ void AddToTableInfo(const Dictionary& info, const Dictionary& field) {
 }  // namespace
 
 ClassInfo::ClassInfo() {
-  Add(L"GetBillActions", [this](Arguments& a) { return GetBillActions(a); });
-  Add(L"getpredefineactions", [this](Arguments&) { return ReadPredefineActions(Store()).AsValue(); });
-  Add(L"GetBillEnvironments", [this](Arguments&) { return GetBillEnvironments(); });
-  Add(L"GetClassMenu", [this](Arguments&) { return GetClassMenu(); });
-  Add(L"GetData", [this](Arguments& a) { return GetData(a); });
-  Add(L"GetClassType", [this](Arguments& a) { return GetClassType(a); });
-  Add(L"GetTableInfo", [this](Arguments& a) { return GetTableInfo(a); });
-  Add(L"GetClassTypeEntry", [this](Arguments& a) { return GetClassTypeEntry(a); });
-  Add(L"GetBillData", [this](Arguments& a) { return GetBillData(a); });
+  AddServed(L"GetBillActions", [this](Arguments& a) { return GetBillActions(a); });
+  AddServed(L"getpredefineactions", [this](Arguments&) { return ReadPredefineActions(Store()).AsValue(); });
+  AddServed(L"GetBillEnvironments", [this](Arguments&) { return GetBillEnvironments(); });
+  AddServed(L"GetClassMenu", [this](Arguments&) { return GetClassMenu(); });
+  AddServed(L"GetData", [this](Arguments& a) { return GetData(a); });
+  AddServed(L"GetClassType", [this](Arguments& a) { return GetClassType(a); });
+  AddServed(L"GetTableInfo", [this](Arguments& a) { return GetTableInfo(a); });
+  AddServed(L"GetClassTypeEntry", [this](Arguments& a) { return GetClassTypeEntry(a); });
+  AddServed(L"GetBillData", [this](Arguments& a) { return GetBillData(a); });
 }
 
 Value ClassInfo::GetBillActions(const Arguments& arguments) {
@@ -58,9 +59,9 @@ Value ClassInfo::GetData(const Arguments& arguments) {
 
 Value ClassInfo::GetClassType(const Arguments& arguments) {
   const std::int32_t id = arguments.At(1).ToInt32();
-  const Rows rows = Store().Query(L"SELECT FPackage FROM t_ClassType WHERE FID = ?", id);
-  if (rows.IsEmpty()) Unknown(L"业务对象", id);
-  return FromJson(FromColumn(rows.cells[0][0]));
+  const Value package = Store().FirstCell(L"SELECT FPackage FROM t_ClassType WHERE FID = ?", id);
+  if (package.IsEmpty()) Unknown(L"业务对象", id);
+  return FromJson(FromColumn(package));
 }
 
 Value ClassInfo::GetTableInfo(const Arguments& arguments) {
@@ -71,7 +72,7 @@ Value ClassInfo::GetTableInfo(const Arguments& arguments) {
       ReadRecords(Store(), kFields, L"FROM t_ClassTableField WHERE FClassTypeID = ? ORDER BY FIndex", id);
   if (fields.Count() == 0) Unknown(L"业务对象", id[0].ToInt32());
   const Dictionary info = Dictionary::New();
-  for (std::int32_t i = 1; i <= fields.Count(); ++i) AddToTableInfo(info, fields.Record(i));
+  for (const auto& field : Records(fields)) AddToTableInfo(info, field);
   return info.AsValue();
 }
 
@@ -83,10 +84,10 @@ Value ClassInfo::GetClassTypeEntry(const Arguments& arguments) {
 
 Value ClassInfo::GetBillData(const Arguments& arguments) {
   const std::int32_t bill = arguments.At(2).ToInt32();
-  const Rows rows =
-      Store().Query(L"SELECT FPackage FROM t_Bill WHERE FClassTypeID = ? AND FID = ?", arguments.At(1).ToInt32(), bill);
-  if (rows.IsEmpty()) Unknown(L"单据", bill);
-  return FromJson(FromColumn(rows.cells[0][0]));
+  const Value package = Store().FirstCell(L"SELECT FPackage FROM t_Bill WHERE FClassTypeID = ? AND FID = ?",
+                                          arguments.At(1).ToInt32(), bill);
+  if (package.IsEmpty()) Unknown(L"单据", bill);
+  return FromJson(FromColumn(package));
 }
 
 }  // namespace tavio::development

@@ -1,11 +1,11 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
 
 namespace tavio::development {
 
 // TavioMClass.ClassInfo: everything that is read about business objects. The first argument of every member is the
-// shared-properties string; an identifier may come by value or by reference.
+// shared-properties string, which must not be empty; an identifier may come by value or by reference.
 //   GetBillActions(p, class type ID)      the action collection, a Dictionary keyed by FCode
 //   getpredefineactions(p)                the catalogue, a Vector
 //   GetBillEnvironments(p)                the scenarios, a Vector

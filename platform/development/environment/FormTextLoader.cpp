@@ -1,5 +1,6 @@
 #include "development/environment/FormTextLoader.h"
 
+#include "foundation/packages/Vector.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/InvokeByName.h"
 #include "foundation/values/Text.h"

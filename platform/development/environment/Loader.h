@@ -1,13 +1,13 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
 
 namespace tavio::development {
 
 // TavioResLoader.Loader: localised texts, in t_ResText.
 //   ResFileBaseName, LanguageID   which texts: both are assigned before the first lookup
-//   LoadString(source)            the source's text in the language; the source itself in Chinese (CHS), where there is
-//                                 no translation, and where the database cannot be read, since the texts of failures
+//   LoadString(source)            the source's text in the language; the source itself in Chinese (CHS), if there is
+//                                 no translation, and if the database cannot be read, since the texts of failures
 //                                 pass through here too
 class Loader final : public PlatformObject {
  public:

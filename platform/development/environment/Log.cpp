@@ -2,8 +2,13 @@
 
 #include <chrono>
 
+#include "development/storage/Settings.h"
+
 namespace tavio::development {
 namespace {
+
+constexpr std::int32_t kKept = 20000;  // entries
+constexpr std::int32_t kOften = 500;   // how many are written between two looks at the old ones
 
 // A double holds every such number exactly, and every driver takes one.
 double Microseconds() {
@@ -22,10 +27,7 @@ Log::Log() {
   });
 }
 
-bool Log::IsEnabled() {
-  const Rows rows = Store().Query(L"SELECT FValue FROM t_Setting WHERE FName = 'LogEnabled'");
-  return !rows.IsEmpty() && rows.cells[0][0].EqualsText(L"1");
-}
+bool Log::IsEnabled() { return SettingOf(Store(), L"LogEnabled") == L"1"; }
 
 std::int32_t Log::LogStart(const Text& label) {
   Transaction transaction(Store());
@@ -33,6 +35,7 @@ std::int32_t Log::LogStart(const Text& label) {
   const auto process = static_cast<std::int32_t>(GetCurrentProcessId());
   Store().Execute(L"INSERT INTO t_Log (FID, FProcessID, FLabel, FBegin) VALUES (?, ?, ?, ?)", handle, process, label,
                   Microseconds());
+  if (handle % kOften == 0) Store().Execute(L"DELETE FROM t_Log WHERE FID <= ?", handle - kKept);
   transaction.Commit();
   return handle;
 }

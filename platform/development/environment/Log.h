@@ -1,11 +1,12 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
 
 namespace tavio::development {
 
-// MorlaLogMsg.Log: the timing log, in t_Log. Times are microseconds since 1970 (UTC). The row LogEnabled of t_Setting
-// switches it on ("1") and off.
+// MorlaLogMsg.Log: the timing log, in t_Log. Times are microseconds since 1970 (UTC). The setting LogEnabled
+// (Settings.h) switches it on and off.
+// The last 20,000 entries are kept.
 //   IsEnabled()   LogStart(label) -> handle   LogEnd(handle, outcome)
 class Log final : public PlatformObject {
  public:

@@ -1,8 +1,24 @@
 #include "development/environment/PropStore.h"
 
+#include "development/environment/CurrentUser.h"
+#include "foundation/values/Error.h"
 #include "foundation/values/Text.h"
 
 namespace tavio::development {
+namespace {
+
+constexpr wchar_t kUserId[] = L"UserID";
+constexpr wchar_t kUserName[] = L"UserName";
+
+// The value of a property, added if there is none of that name.
+Text& ValueOf(PropStore::Pairs& pairs, const wchar_t* name) {
+  for (auto& [known, value] : pairs) {
+    if (ToUpper(known) == ToUpper(name)) return value;
+  }
+  return pairs.emplace_back(name, Text()).second;
+}
+
+}  // namespace
 
 PropStore::PropStore() {
   Add(L"GetProperty", [this](Arguments& a) { return GetProperty(a.At(1).ToText()); });
@@ -12,22 +28,32 @@ PropStore::PropStore() {
   });
 }
 
-Value PropStore::GetProperty(const Text& name) {
-  if (ToUpper(name) == L"PROPSSTRING") return Value(TextView(PropsString()));
-  const Rows rows = Store().Query(L"SELECT FValue FROM t_SharedProperty WHERE UPPER(FName) = ?", ToUpper(name));
-  return rows.IsEmpty() ? Value() : rows.cells[0][0].Copy();
-}
-
-Text PropStore::PropsString() {
+PropStore::Pairs PropStore::Properties() {
+  Pairs pairs;
   const Rows rows = Store().Query(L"SELECT FName, FValue FROM t_SharedProperty ORDER BY FIndex");
-  Text pairs;
-  for (const auto& row : rows.cells) pairs += row[0].ToText() + L"=" + row[1].ToText() + L";";
+  for (const auto& row : rows.cells) pairs.emplace_back(row[0].ToText(), row[1].ToText());
+  if (const auto user = ChosenUser(Store())) {
+    ValueOf(pairs, kUserId) = std::to_wstring(user->id);
+    ValueOf(pairs, kUserName) = user->name;
+  }
   return pairs;
 }
 
+Value PropStore::GetProperty(const Text& name) {
+  Text joined;
+  for (const auto& [known, value] : Properties()) {
+    if (ToUpper(known) == ToUpper(name)) return Value(TextView(value));
+    joined += known + L"=" + value + L";";
+  }
+  return ToUpper(name) == L"PROPSSTRING" ? Value(TextView(joined)) : Value();
+}
+
 void PropStore::SetProperty(const Text& name, const Text& value) {
-  Transaction transaction(Store());
   const Text known = ToUpper(name);
+  if ((known == ToUpper(kUserId) || known == ToUpper(kUserName)) && ChosenUser(Store())) {
+    throw Error(E_ACCESSDENIED, L"TavioSharedProps.PropStore", L"用户由环境变量 TAVIO_DEV_USER 指定");
+  }
+  Transaction transaction(Store());
   if (Store().Execute(L"UPDATE t_SharedProperty SET FValue = ? WHERE UPPER(FName) = ?", value, known) == 0) {
     Store().Execute(
         L"INSERT INTO t_SharedProperty (FIndex, FName, FValue) "

@@ -1,20 +1,14 @@
 #include "development/environment/UserProfile.h"
 
+#include "development/environment/CurrentUser.h"
 #include "development/storage/PackageJson.h"
+#include "development/storage/Settings.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/PropsString.h"
 #include "foundation/values/Text.h"
 
 namespace tavio::development {
 namespace {
-
-constexpr std::int32_t kEverybody = 0;
-
-Dictionary LoadProfile(Database& database, std::int32_t owner, const Text& section, const Text& name) {
-  const Rows rows = database.Query(
-      L"SELECT FPackage FROM t_UserProfile WHERE FUserID = ? AND FSection = ? AND FName = ?", owner, section, name);
-  return rows.IsEmpty() ? Dictionary::New() : Dictionary(FromJson(FromColumn(rows.cells[0][0])));
-}
 
 void SaveProfile(Database& database, std::int32_t owner, const Text& section, const Text& name, const Json& package) {
   Transaction transaction(database);
@@ -30,17 +24,8 @@ std::int32_t UserIn(const Text& properties) {
 
 }  // namespace
 
-Dictionary CommonProfile(Database& database, const Text& section, const Text& name) {
-  return LoadProfile(database, kEverybody, section, name);
-}
-
 ClientProfile::ClientProfile() {
-  Add(
-      L"UserIndependent", [this](Arguments&) { return Value(userIndependent_); },
-      [this](Arguments& a) {
-        userIndependent_ = a.At(0).ToBool();
-        return Value();
-      });
+  AddKept(L"UserIndependent", userIndependent_);
   Add(L"Load",
       [this](Arguments& a) { return LoadProfile(Store(), Owner(), a.At(0).ToText(), a.At(1).ToText()).AsValue(); });
   Add(L"Save", [this](Arguments& a) {
@@ -49,14 +34,10 @@ ClientProfile::ClientProfile() {
   });
 }
 
-std::int32_t ClientProfile::Owner() {
-  if (userIndependent_) return kEverybody;
-  const Rows rows = Store().Query(L"SELECT FValue FROM t_SharedProperty WHERE FName = 'UserID'");
-  return rows.IsEmpty() ? kEverybody : rows.cells[0][0].ToInt32();
-}
+std::int32_t ClientProfile::Owner() { return userIndependent_ ? kEverybody : CurrentUserId(Store()); }
 
 ServerProfile::ServerProfile() {
-  Add(L"LoadUserProfile", [this](Arguments& a) {
+  AddServed(L"LoadUserProfile", [this](Arguments& a) {
     const bool common = a.At(3).ToBool();
     const std::int32_t owner = common ? kEverybody : UserIn(a.At(0).ToText());
     return LoadProfile(Store(), owner, a.At(1).ToText(), a.At(2).ToText()).AsValue();

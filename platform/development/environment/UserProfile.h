@@ -1,12 +1,12 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
 
 namespace tavio::development {
 
 // TavioClientBase.UserProfile: settings of the client, in t_UserProfile.
 //   UserIndependent               whether Load and Save mean everybody's settings or, as at first, the current user's
-//   Load(section, name)           the settings, a Dictionary; empty where there are none
+//   Load(section, name)           the settings, a Dictionary; empty if there are none
 //   Save(section, name, package)  replaces them
 class ClientProfile final : public PlatformObject {
  public:
@@ -24,8 +24,5 @@ class ServerProfile final : public PlatformObject {
  public:
   ServerProfile();
 };
-
-// Everybody's settings of a section.
-Dictionary CommonProfile(Database& database, const Text& section, const Text& name);
 
 }  // namespace tavio::development

@@ -1,26 +1,22 @@
 #include "development/mail/JmailMessage.h"
 
 #include "development/mail/Smtp.h"
+#include "development/storage/Settings.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
 
 JmailMessage::JmailMessage() {
-  for (const auto* name : {L"ContentTransferEncoding", L"Encoding", L"ISOEncodeHeaders"}) AddKept(name);
-  AddText(L"Charset", mail_.charset);
-  AddText(L"MailServerUserName", user_);
-  AddText(L"MailServerPassWord", password_);
-  AddText(L"From", mail_.from);
-  AddText(L"FromName", mail_.fromName);
-  AddText(L"Subject", mail_.subject);
-  AddText(L"HTMLBody", html_);
-  AddText(L"Body", plain_);
-  Add(
-      L"Logging", [this](Arguments&) { return Value(logging_); },
-      [this](Arguments& a) {
-        logging_ = a.At(0).ToBool();
-        return Value();
-      });
+  for (const auto* name : {L"ContentTransferEncoding", L"Encoding", L"ISOEncodeHeaders"}) AddKept(name, kept_[name]);
+  AddKept(L"Charset", mail_.charset);
+  AddKept(L"MailServerUserName", user_);
+  AddKept(L"MailServerPassWord", password_);
+  AddKept(L"From", mail_.from);
+  AddKept(L"FromName", mail_.fromName);
+  AddKept(L"Subject", mail_.subject);
+  AddKept(L"HTMLBody", html_);
+  AddKept(L"Body", plain_);
+  AddKept(L"Logging", logging_);
   Add(L"AddRecipient", [this](Arguments& a) {
     mail_.recipients.push_back(a.At(0).ToText());
     return Value();
@@ -34,30 +30,16 @@ JmailMessage::JmailMessage() {
   Add(L"Log", [this](Arguments&) { return Value(TextView(log_)); });
 }
 
-void JmailMessage::AddText(const wchar_t* name, Text& held) {
-  Add(
-      name, [&held](Arguments&) { return Value(TextView(held)); },
-      [&held](Arguments& a) {
-        held = a.At(0).ToText();
-        return Value();
-      });
-}
-
-void JmailMessage::AddKept(const wchar_t* name) {
-  Add(
-      name, [this, name](Arguments&) { return kept_[name].Copy(); },
-      [this, name](Arguments& a) {
-        kept_[name] = a.At(0);
-        return Value();
-      });
-}
-
 bool JmailMessage::Send(const Text& server) {
   mail_.isHtml = !html_.empty();
   mail_.body = mail_.isHtml ? html_ : plain_;
   error_.clear();
   try {
-    SendOverSmtp(server, {user_, password_}, mail_, logging_ ? &log_ : nullptr);
+    if (SettingOf(Store(), L"MailWay") != L"smtp") {
+      throw Error(E_ACCESSDENIED, L"Jmail.Message", L"本平台设置为不通过 SMTP 发送邮件");
+    }
+    const bool tellsEveryone = SettingOf(Store(), L"MailLogin") == L"anywhere";
+    SendOverSmtp(server, {user_, password_, tellsEveryone}, mail_, logging_ ? &log_ : nullptr);
     return true;
   } catch (const Error& error) {
     error_ = error.Description();

@@ -2,27 +2,26 @@
 
 #include <map>
 
-#include "development/PlatformObject.h"
 #include "development/mail/Mime.h"
+#include "development/storage/PlatformObject.h"
 
 namespace tavio::development {
 
-// Jmail.Message: a mail sent over SMTP, for real.
+// Jmail.Message: a mail sent over SMTP, for real, if the setting MailWay (Settings.h) says so; else every Send fails.
+// Nothing of it is encrypted, so a login goes to servers on this machine alone, unless the setting MailLogin allows more.
 //   Charset, Logging                         the charset of the mail; whether Log is kept
 //   ContentTransferEncoding, Encoding, ISOEncodeHeaders
 //                                            kept only: bodies are base64 and headers encoded whatever is assigned
 //   MailServerUserName, MailServerPassWord   with a user name the server is asked for AUTH LOGIN
 //   From, FromName, Subject, HTMLBody, Body  an HTMLBody goes before a Body
 //   AddRecipient(address)   AddAttachment(path[, inline])   inline is not supported: everything is an attachment
-//   Send(server[:port]) -> Boolean           False where it failed; ErrorMessage then says why
-//   Log                                      the conversation, where Logging is True; without secrets
+//   Send(server[:port]) -> Boolean           False if it failed; ErrorMessage then says why
+//   Log                                      the conversation, if Logging is True; without secrets
 class JmailMessage final : public PlatformObject {
  public:
   JmailMessage();
 
  private:
-  void AddText(const wchar_t* name, Text& held);
-  void AddKept(const wchar_t* name);
   bool Send(const Text& server);
 
   Mail mail_;

@@ -2,38 +2,37 @@
 
 #include <cstdio>
 
-#include "development/environment/UserProfile.h"
 #include "development/mail/Mime.h"
 #include "development/storage/Files.h"
+#include "development/storage/Settings.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/values/Error.h"
 
 namespace tavio::development {
 namespace {
 
-Text TextAt(const Dictionary& record, const wchar_t* key) { return record.GetValue(Key(TextView(key)))->ToText(); }
-
 Mail MailFrom(const Dictionary& request, const Dictionary& settings) {
   Mail mail;
-  mail.from = TextAt(settings, L"txtAccountName");
+  mail.from = TextAt(settings, L"txtAccountName"_key);
   if (!IsAddress(mail.from)) mail.from = L"platform@localhost";
-  mail.fromName = TextAt(settings, L"txtShowName");
-  mail.recipients = SplitAddresses(TextAt(request, L"Addrecipients"));
-  mail.subject = TextAt(request, L"Subject");
-  mail.body = TextAt(request, L"Body");
-  const Text attached = TextAt(request, L"Addattachment");
+  mail.fromName = TextAt(settings, L"txtShowName"_key);
+  mail.recipients = SplitAddresses(TextAt(request, L"Addrecipients"_key));
+  mail.subject = TextAt(request, L"Subject"_key);
+  mail.body = TextAt(request, L"Body"_key);
+  const Text attached = TextAt(request, L"Addattachment"_key);
   if (!attached.empty()) mail.attachments.push_back(ReadAttachment(attached));
   return mail;
 }
 
-void CheckRecipients(const std::vector<Text>& recipients) {
-  if (recipients.empty()) throw Error(E_INVALIDARG, L"MorlaMobileOpen.MorlaSendMail", L"没有收件人");
-  for (const Text& recipient : recipients) {
-    if (!IsAddress(recipient))
-      throw Error(E_INVALIDARG, L"MorlaMobileOpen.MorlaSendMail", L"收件人地址无效: " + recipient);
+}  // namespace
+
+bool MailGateway::IsThere() noexcept {
+  try {
+    return SettingOf(*OpenStorage(), L"MailWay") != L"smtp";
+  } catch (...) {  // then its own call says why
+    return true;
   }
 }
-
-}  // namespace
 
 MailGateway::MailGateway() {
   Add(L"MorlaSendMail", [this](Arguments& a) {
@@ -48,8 +47,12 @@ MailGateway::MailGateway() {
 
 void MailGateway::Send(const Dictionary& request) {
   if (!request) throw Error::NotSet();
-  const Mail mail = MailFrom(request, CommonProfile(Store(), L"Base_EMAIL", L"Setting"));
-  CheckRecipients(mail.recipients);
+  RequireProperties(*request.GetValue(L"PropsString"_key));
+  if (SettingOf(Store(), L"MailWay") == L"refuse") {
+    throw Error(E_ACCESSDENIED, L"MorlaMobileOpen.MorlaSendMail", L"本平台设置为不发送邮件");
+  }
+  const Mail mail = MailFrom(request, LoadProfile(Store(), kEverybody, L"Base_EMAIL", L"Setting"));
+  CheckAddresses(mail);
   Transaction transaction(Store());
   const std::int32_t id = ReserveIds(Store(), L"Mail");
   wchar_t name[32];
@@ -58,9 +61,9 @@ void MailGateway::Send(const Dictionary& request) {
   Store().Execute(
       L"INSERT INTO t_MailOutbox (FID, FTime, FRecipients, FSubject, FBody, FAttachment, FFile) "
       L"VALUES (?, ?, ?, ?, ?, ?, ?)",
-      id, NowText(), TextAt(request, L"Addrecipients"), mail.subject, mail.body, TextAt(request, L"Addattachment"),
-      file);
-  WriteFile(file, Compose(mail));
+      id, NowText(), TextAt(request, L"Addrecipients"_key), mail.subject, mail.body,
+      TextAt(request, L"Addattachment"_key), file);
+  WriteWhole(file, Compose(mail));
   transaction.Commit();
 }
 

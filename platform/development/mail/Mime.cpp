@@ -6,8 +6,8 @@
 #include <cctype>
 #include <cstdint>
 #include <cstdio>
-#include <ctime>
 
+#include "development/storage/Files.h"
 #include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/Text.h"
@@ -153,6 +153,15 @@ bool IsAddress(TextView address) {
   return clean && address.find(L'@') != TextView::npos;
 }
 
+void CheckAddresses(const Mail& mail) {
+  const auto refuse = [](const Text& why) { throw Error(E_INVALIDARG, L"DevPlatform.Mail", why); };
+  if (!IsAddress(mail.from)) refuse(L"发件人地址无效: " + mail.from);
+  if (mail.recipients.empty()) refuse(L"没有收件人");
+  for (const Text& recipient : mail.recipients) {
+    if (!IsAddress(recipient)) refuse(L"收件人地址无效: " + recipient);
+  }
+}
+
 std::vector<Text> SplitAddresses(TextView list) {
   std::vector<Text> addresses;
   while (!list.empty()) {
@@ -187,14 +196,6 @@ std::string Base64(std::string_view bytes) {
   return text;
 }
 
-Attachment ReadAttachment(const Text& path) {
-  std::FILE* file = _wfopen(path.c_str(), L"rb");
-  if (!file) throw Error(E_FAIL, L"DevPlatform.Mail", L"不能读取附件 " + path);
-  Attachment attachment{path.substr(path.find_last_of(L"\\/") + 1), {}};
-  char piece[4096];
-  for (std::size_t read; (read = std::fread(piece, 1, sizeof piece, file)) > 0;) attachment.bytes.append(piece, read);
-  std::fclose(file);
-  return attachment;
-}
+Attachment ReadAttachment(const Text& path) { return {path.substr(path.find_last_of(L"\\/") + 1), ReadWhole(path)}; }
 
 }  // namespace tavio::development

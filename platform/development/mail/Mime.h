@@ -20,7 +20,7 @@ struct Mail {
   Text subject;
   Text body;
   bool isHtml = false;
-  Text charset = L"UTF-8";  // "GB2312" is honoured where the texts can be written in it; all else is UTF-8
+  Text charset = L"UTF-8";  // "GB2312" is honoured if the texts can be written in it; all else is UTF-8
   std::vector<Attachment> attachments;
 };
 
@@ -28,16 +28,19 @@ struct Mail {
 // ">" or ",".
 bool IsAddress(TextView address);
 
+// Raises Error unless the mail has recipients and all its addresses are such.
+void CheckAddresses(const Mail& mail);
+
 // The parts of a list of addresses between semicolons, trimmed, without empty ones.
 std::vector<Text> SplitAddresses(TextView list);
 
-// The whole message with CR LF line ends: encoded headers, base64 bodies, multipart/mixed where there are attachments.
+// The whole message with CR LF line ends: encoded headers, base64 bodies, multipart/mixed if there are attachments.
 // Line breaks in names and subjects become blanks.
 std::string Compose(const Mail& mail);
 
 std::string Base64(std::string_view bytes);
 
-// A file as an attachment under its own name; raises Error where it cannot be read.
+// A file as an attachment under its own name; raises Error if it cannot be read.
 Attachment ReadAttachment(const Text& path);
 
 }  // namespace tavio::development

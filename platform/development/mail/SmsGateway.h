@@ -1,12 +1,13 @@
 #pragma once
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
+#include "foundation/packages/Vector.h"
 
 namespace tavio::development {
 
 // MorlaMobileOpen.MobileOpen: the SMS gateway. Nothing leaves the machine: each request becomes a row of t_SmsOutbox.
-//   SmsSendForBillCheck(requests)   a Vector of Dictionaries with Recipients (separated by ","), SMContent, SmsIsBack,
-//                                   BillType, BillNo; stored all or none
+//   SmsSendForBillCheck(requests)   a Vector of Dictionaries with PropsString, Recipients (separated by ","), SMContent,
+//                                   SmsIsBack, BillType, BillNo; stored all or none
 class SmsGateway final : public PlatformObject {
  public:
   SmsGateway();

@@ -7,6 +7,7 @@
 
 #include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
+#include "foundation/values/SystemHandle.h"
 
 namespace tavio::development {
 namespace {
@@ -23,12 +24,22 @@ struct WinSock {
   WinSock& operator=(const WinSock&) = delete;
 };
 
+struct SocketKind {
+  using Handle = SOCKET;
+  static Handle None() noexcept { return INVALID_SOCKET; }
+  static void Close(Handle socket) noexcept { closesocket(socket); }
+};
+using Socket = SystemHandle<SocketKind>;
+
+struct AddressesKind {
+  using Handle = addrinfo*;
+  static Handle None() noexcept { return nullptr; }
+  static void Close(Handle found) noexcept { freeaddrinfo(found); }
+};
+
 class Conversation {
  public:
   Conversation(const Text& server, Text* log) : log_(log) { Connect(server); }
-  ~Conversation() { closesocket(socket_); }
-  Conversation(const Conversation&) = delete;
-  Conversation& operator=(const Conversation&) = delete;
 
   // Sends a line and takes the answer, which must have a code of the given first digit.
   void Say(const std::string& line, char expected) {
@@ -50,9 +61,15 @@ class Conversation {
     } while (line.size() > 3 && line[3] == '-');
     if (line.empty() || line[0] != expected) Fail(L"邮件服务器拒绝: " + FromUtf8(line));
   }
+  bool IsOnThisMachine() const {
+    sockaddr_storage peer = {};
+    int size = sizeof peer;
+    auto* address = reinterpret_cast<sockaddr*>(&peer);
+    return getpeername(socket_.Get(), address, &size) == 0 && IsLoopback(*address);
+  }
   void Send(const std::string& bytes) {
     for (std::size_t sent = 0; sent < bytes.size();) {
-      const int count = send(socket_, bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
+      const int count = send(socket_.Get(), bytes.data() + sent, static_cast<int>(bytes.size() - sent), 0);
       if (count <= 0) Fail(L"与邮件服务器的连接中断");
       sent += static_cast<std::size_t>(count);
     }
@@ -63,22 +80,22 @@ class Conversation {
     const auto colon = server.find(L':');
     const std::string host = ToUtf8(server.substr(0, colon));
     const std::string port = colon == Text::npos ? "25" : ToUtf8(server.substr(colon + 1));
-    addrinfo hints = {}, *found = nullptr;
+    addrinfo hints = {};
     hints.ai_socktype = SOCK_STREAM;
-    if (getaddrinfo(host.c_str(), port.c_str(), &hints, &found) != 0) Fail(L"找不到邮件服务器 " + server);
-    for (auto* address = found; address && socket_ == INVALID_SOCKET; address = address->ai_next) TryConnect(*address);
-    freeaddrinfo(found);
-    if (socket_ == INVALID_SOCKET) Fail(L"不能连接邮件服务器 " + server);
+    SystemHandle<AddressesKind> found;
+    if (getaddrinfo(host.c_str(), port.c_str(), &hints, found.Receive()) != 0) Fail(L"找不到邮件服务器 " + server);
+    for (auto* address = found.Get(); address && !socket_; address = address->ai_next) TryConnect(*address);
+    if (!socket_) Fail(L"不能连接邮件服务器 " + server);
     const DWORD wait = 30000;
-    setsockopt(socket_, SOL_SOCKET, SO_RCVTIMEO, reinterpret_cast<const char*>(&wait), sizeof wait);
-    setsockopt(socket_, SOL_SOCKET, SO_SNDTIMEO, reinterpret_cast<const char*>(&wait), sizeof wait);
+    for (const int option : {SO_RCVTIMEO, SO_SNDTIMEO}) {
+      setsockopt(socket_.Get(), SOL_SOCKET, option, reinterpret_cast<const char*>(&wait), sizeof wait);
+    }
   }
 
   void TryConnect(const addrinfo& address) {
-    socket_ = ::socket(address.ai_family, address.ai_socktype, address.ai_protocol);
-    if (socket_ == INVALID_SOCKET) return;
-    if (connect(socket_, address.ai_addr, static_cast<int>(address.ai_addrlen)) == 0) return;
-    closesocket(std::exchange(socket_, INVALID_SOCKET));
+    Socket made(::socket(address.ai_family, address.ai_socktype, address.ai_protocol));
+    const bool connected = made && connect(made.Get(), address.ai_addr, static_cast<int>(address.ai_addrlen)) == 0;
+    if (connected) socket_ = std::move(made);
   }
 
   std::string ReadLine() {
@@ -90,7 +107,7 @@ class Conversation {
         return line;
       }
       char piece[512];
-      const int count = recv(socket_, piece, sizeof piece, 0);
+      const int count = recv(socket_.Get(), piece, sizeof piece, 0);
       if (count <= 0 || received_.size() > 65536) Fail(L"邮件服务器没有应答");
       received_.append(piece, static_cast<std::size_t>(count));
     }
@@ -100,7 +117,7 @@ class Conversation {
     if (log_) *log_ += FromUtf8(line) + L"\r\n";
   }
 
-  SOCKET socket_ = INVALID_SOCKET;
+  Socket socket_;
   std::string received_;
   Text* log_;
 };
@@ -114,20 +131,23 @@ std::string Stuffed(const std::string& mail) {
 
 void LogIn(Conversation& server, const SmtpAccount& account) {
   if (account.user.empty()) return;
+  if (!account.mayTellAnyone && !server.IsOnThisMachine()) Fail(L"邮件服务器不在本机,未加密的登录被禁止");
   server.Say("AUTH LOGIN", '3');
   server.SaySecret(Base64(ToUtf8(account.user)), '3');
   server.SaySecret(Base64(ToUtf8(account.password)), '2');
 }
 
-void CheckAddresses(const Mail& mail) {
-  if (!IsAddress(mail.from)) Fail(L"发件人地址无效: " + mail.from);
-  if (mail.recipients.empty()) Fail(L"没有收件人");
-  for (const Text& recipient : mail.recipients) {
-    if (!IsAddress(recipient)) Fail(L"收件人地址无效: " + recipient);
-  }
-}
-
 }  // namespace
+
+bool IsLoopback(const sockaddr& address) noexcept {
+  const auto isLoopback = [](const unsigned char* v4) { return v4[0] == 127; };
+  if (address.sa_family == AF_INET) {
+    return isLoopback(reinterpret_cast<const unsigned char*>(&reinterpret_cast<const sockaddr_in&>(address).sin_addr));
+  }
+  if (address.sa_family != AF_INET6) return false;
+  const in6_addr& v6 = reinterpret_cast<const sockaddr_in6&>(address).sin6_addr;
+  return IN6_IS_ADDR_LOOPBACK(&v6) || (IN6_IS_ADDR_V4MAPPED(&v6) && isLoopback(v6.s6_addr + 12));
+}
 
 void SendOverSmtp(const Text& server, const SmtpAccount& account, const Mail& mail, Text* log) {
   CheckAddresses(mail);

@@ -1,9 +1,13 @@
 #include "development/print/NotePrint.h"
 
+#include <algorithm>
+
 #include "development/print/Pdf.h"
 #include "development/storage/Files.h"
 #include "development/storage/PackageJson.h"
 #include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
+#include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/InvokeByName.h"
 
@@ -12,14 +16,35 @@ namespace {
 
 // What a field shows: of a looked-up record the member that the field names for display, else the one it stores.
 Text Shown(const Value& held, const Dictionary& field) {
-  if (held.Type() == VT_NULL) return {};
+  if (held.IsNull()) return {};
   if (!held.IsObject()) return held.ToText();
   const Dictionary record(held);
-  for (const auto* naming : {L"FDSP", L"FFLD"}) {
-    const Text member = field.GetValue(Key(TextView(naming)))->ToText();
-    if (record && !member.empty() && record.Lookup(Key(member))) return record.Get(Key(member))->ToText();
+  for (const Text& member : {TextAt(field, L"FDSP"_key), TextAt(field, L"FFLD"_key)}) {
+    if (record && !member.empty() && record.Lookup(Key(member))) return TextAt(record, Key(member));
   }
   return {};
+}
+
+// Whether a template goes by the name in one of its languages.
+bool Bears(const Value& type, const Text& name) {
+  if (type.IsNull()) return false;
+  const Json json = FromColumn(type);
+  const auto bears = [&](const auto& entry) {
+    return entry.key().starts_with("FName_") && entry.value() == Json(ToUtf8(name));
+  };
+  const auto& entries = json.items();
+  return std::any_of(entries.begin(), entries.end(), bears);
+}
+
+// Of several bills, each with the template of its object, the one whose object bears the name.
+const Value& Choose(const Rows& bills, const Text& name) {
+  if (bills.Count() == 1) return bills.cells[0][0];
+  const auto bears = [&](const auto& bill) { return Bears(bill[1], name); };
+  const auto found = std::find_if(bills.cells.begin(), bills.cells.end(), bears);
+  if (found == bills.cells.end() || std::any_of(found + 1, bills.cells.end(), bears)) {
+    throw Error(E_INVALIDARG, L"TavioClassBillPrint.clsNotePrint", L"多个单据的编号相同,无法按名称确定: " + name);
+  }
+  return (*found)[0];
 }
 
 constexpr std::int32_t kUserField = 7;
@@ -29,31 +54,25 @@ bool IsRecord(const Value& value) { return value.HoldsObject() && HasMember(valu
 }  // namespace
 
 NotePrint::NotePrint() {
-  const auto property = [this](const wchar_t* name, Value& held) {
-    Add(
-        name, [&held](Arguments&) { return held.Copy(); },
-        [&held](Arguments& a) {
-          held = a.At(0);
-          return Value();
-        });
-  };
-  property(L"dataSrv", dataService_);
-  property(L"TableInfo", tableInfo_);
+  AddKept(L"dataSrv", dataService_);
+  AddKept(L"TableInfo", tableInfo_);
   Add(L"CreatePDFFile", [this](Arguments& a) { return CreatePdfFile(a); });
 }
 
-Dictionary NotePrint::HeaderOf(std::int32_t bill) {
+Dictionary NotePrint::HeaderOf(const Text& name, std::int32_t bill) {
   if (IsRecord(dataService_)) return PackageAt(Dictionary(dataService_), L"Page1"_key);
-  const Rows rows = Store().Query(L"SELECT FPackage FROM t_Bill WHERE FID = ?", bill);
-  if (rows.IsEmpty()) return {};
-  return PackageAt(Dictionary(FromJson(FromColumn(rows.cells[0][0]))), L"Page1"_key);
+  const Rows bills = Store().Query(
+      L"SELECT b.FPackage, c.FPackage FROM t_Bill b LEFT JOIN t_ClassType c ON c.FID = b.FClassTypeID WHERE b.FID = ?",
+      bill);
+  if (bills.IsEmpty()) return {};
+  return PackageAt(Dictionary(FromJson(FromColumn(Choose(bills, name)))), L"Page1"_key);
 }
 
-// What a field shows, where it holds a user's ID the user's name.
+// What a field shows; of a user's ID the user's name.
 Text NotePrint::ShownWithUser(const Value& held, const Dictionary& field) {
-  if (held.Type() != VT_I4 || field.GetValue(L"FLookUpType"_key)->ToInt32() != kUserField) return Shown(held, field);
-  const Rows rows = Store().Query(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
-  return rows.IsEmpty() ? held.ToText() : rows.cells[0][0].ToText();
+  if (held.Type() != VT_I4 || NumberAt(field, L"FLookUpType"_key, 0) != kUserField) return Shown(held, field);
+  const Value name = Store().FirstCell(L"SELECT FName FROM t_User WHERE FUserID = ?", held);
+  return (name.IsEmpty() ? held : name).ToText();
 }
 
 std::vector<Text> NotePrint::Lines(const Dictionary& header) {
@@ -61,22 +80,24 @@ std::vector<Text> NotePrint::Lines(const Dictionary& header) {
   if (!info) throw Error(E_FAIL, L"TavioClassBillPrint.clsNotePrint", L"请先设置字段信息");
   std::vector<Text> lines;
   const Dictionary fields = PackageAt(info, L"Page1"_key);
-  for (std::int32_t i = 1; fields && i <= fields.Count(); ++i) {
-    const Key key{TextView(fields.Name(i))};
+  if (!fields) return lines;
+  for (const auto& entry : Entries(fields)) {
+    const Key key{entry.KeyView()};
     const Dictionary field = PackageAt(info, key);
-    if (!field || field.GetValue(L"FVisible"_key)->ToInt32() == 0) continue;
+    if (!field || NumberAt(field, L"FVisible"_key, 0) == 0) continue;
     const Text value = header && header.Lookup(key) ? ShownWithUser(*header.Get(key), field) : Text();
-    lines.push_back(field.GetValue(L"FCaption"_key)->ToText() + L": " + value);
+    lines.push_back(TextAt(field, L"FCaption"_key) + L": " + value);
   }
   return lines;
 }
 
 Value NotePrint::CreatePdfFile(const Arguments& arguments) {
+  RequireProperties(arguments.At(2));
   const Text name = arguments.At(0).ToText();
   const std::int32_t bill = arguments.At(1).ToInt32();
-  const std::string document = MakePdf(name, Lines(HeaderOf(bill)));
+  const std::string document = MakePdf(name, Lines(HeaderOf(name, bill)));
   const Text path = FolderWithin(L"print") + AsFileName(name + L"_" + std::to_wstring(bill)) + L".pdf";
-  WriteFile(path, document);
+  WriteWhole(path, document);
   arguments.Return(0, Value(TextView(path)));
   return Value(true);
 }

@@ -15,7 +15,7 @@ std::string Format(const char* pattern, Values... values) {
   return text;
 }
 
-// Objects written one after the other, numbered from 1, with the table of where each begins.
+// Objects written one after the other, numbered from 1, with the table of their beginnings.
 class Document {
  public:
   void Add(const std::string& object) {

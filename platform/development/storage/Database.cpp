@@ -25,35 +25,38 @@ namespace {
   throw Error(E_FAIL, L"DevPlatform.Database", std::move(description));
 }
 
-// An ODBC statement, freed with everything bound to it.
+struct StatementKind {
+  using Handle = SQLHSTMT;
+  static Handle None() noexcept { return nullptr; }
+  static void Close(Handle statement) noexcept { SQLFreeHandle(SQL_HANDLE_STMT, statement); }
+};
+
+// An ODBC statement with everything bound to it.
 class Statement {
  public:
   explicit Statement(SQLHDBC connection) {
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, connection, &handle_))) {
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, connection, handle_.Receive()))) {
       Fail(SQL_HANDLE_DBC, connection, L"SQLAllocHandle");
     }
   }
-  ~Statement() { SQLFreeHandle(SQL_HANDLE_STMT, handle_); }
-  Statement(const Statement&) = delete;
-  Statement& operator=(const Statement&) = delete;
 
   void Run(TextView sql, std::span<const Value> values) {
     for (const Value& value : values) Bind(value);
     Text text(sql);
-    const SQLRETURN result = SQLExecDirectW(handle_, text.data(), SQL_NTS);
+    const SQLRETURN result = SQLExecDirectW(handle_.Get(), text.data(), SQL_NTS);
     if (result != SQL_NO_DATA) Checked(result, L"SQLExecDirect");
   }
 
   std::int32_t ChangedRows() {
     SQLLEN count = 0;
-    Checked(SQLRowCount(handle_, &count), L"SQLRowCount");
+    Checked(SQLRowCount(handle_.Get(), &count), L"SQLRowCount");
     return static_cast<std::int32_t>(count);
   }
 
   Rows Fetch() {
     Rows rows;
     SQLSMALLINT count = 0;
-    Checked(SQLNumResultCols(handle_, &count), L"SQLNumResultCols");
+    Checked(SQLNumResultCols(handle_.Get(), &count), L"SQLNumResultCols");
     for (SQLSMALLINT i = 1; i <= count; ++i) rows.columns.push_back(Describe(i));
     while (count > 0 && Step()) {
       auto& row = rows.cells.emplace_back();
@@ -72,7 +75,7 @@ class Statement {
   };
 
   void Checked(SQLRETURN result, const wchar_t* what) {
-    if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_STMT, handle_, what);
+    if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_STMT, handle_.Get(), what);
   }
 
   void Bind(const Value& value) {
@@ -101,7 +104,7 @@ class Statement {
   }
 
   void Bind(SQLSMALLINT held, SQLSMALLINT stored, std::size_t size, void* place, Bound& bound) {
-    Checked(SQLBindParameter(handle_, static_cast<SQLUSMALLINT>(bound_.size()), SQL_PARAM_INPUT, held, stored,
+    Checked(SQLBindParameter(handle_.Get(), static_cast<SQLUSMALLINT>(bound_.size()), SQL_PARAM_INPUT, held, stored,
                              static_cast<SQLULEN>(size), 0, place, std::max<SQLLEN>(bound.length, 0), &bound.length),
             L"SQLBindParameter");
   }
@@ -110,8 +113,8 @@ class Statement {
     SQLWCHAR name[256] = {};
     SQLSMALLINT length = 0, type = 0, digits = 0, nullable = 0;
     SQLULEN size = 0;
-    Checked(SQLDescribeColW(handle_, static_cast<SQLUSMALLINT>(position), name, 256, &length, &type, &size, &digits,
-                            &nullable),
+    Checked(SQLDescribeColW(handle_.Get(), static_cast<SQLUSMALLINT>(position), name, 256, &length, &type, &size,
+                            &digits, &nullable),
             L"SQLDescribeCol");
     return Column{name, KindOf(type)};
   }
@@ -136,7 +139,7 @@ class Statement {
   }
 
   bool Step() {
-    const SQLRETURN result = SQLFetch(handle_);
+    const SQLRETURN result = SQLFetch(handle_.Get());
     if (result == SQL_NO_DATA) return false;
     Checked(result, L"SQLFetch");
     return true;
@@ -148,19 +151,14 @@ class Statement {
     for (SQLRETURN result = SQL_SUCCESS_WITH_INFO; result == SQL_SUCCESS_WITH_INFO;) {
       SQLWCHAR piece[1024];
       SQLLEN length = 0;
-      result = SQLGetData(handle_, static_cast<SQLUSMALLINT>(position), SQL_C_WCHAR, piece, sizeof piece, &length);
+      result =
+          SQLGetData(handle_.Get(), static_cast<SQLUSMALLINT>(position), SQL_C_WCHAR, piece, sizeof piece, &length);
       if (result == SQL_NO_DATA) break;
       Checked(result, L"SQLGetData");
-      if (length == SQL_NULL_DATA) return Null();
+      if (length == SQL_NULL_DATA) return Value::Null();
       text += piece;
     }
     return kind == Column::Kind::kText ? Value(TextView(text)) : Number(text, kind);
-  }
-
-  static Value Null() {
-    Value value;
-    value.InPlace()->vt = VT_NULL;
-    return value;
   }
 
   // SQLite keeps whatever was stored, so a number's column may still hold a text.
@@ -172,73 +170,94 @@ class Statement {
     return kind == Column::Kind::kInteger && fits ? Value(static_cast<std::int32_t>(number)) : Value(number);
   }
 
-  SQLHSTMT handle_ = nullptr;
   std::deque<Bound> bound_;
+  SystemHandle<StatementKind> handle_;
 };
 
 }  // namespace
 
-const Value& Rows::At(std::size_t row, TextView column) const {
+std::optional<std::size_t> Rows::Find(TextView column) const {
   const Text wanted = ToUpper(column);
   for (std::size_t i = 0; i < columns.size(); ++i) {
-    if (ToUpper(columns[i].name) == wanted) return cells.at(row)[i];
+    if (ToUpper(columns[i].name) == wanted) return i;
   }
-  throw Error::MissingKey(column);
+  return std::nullopt;
+}
+
+void OdbcEnvironmentKind::Close(Handle environment) noexcept { SQLFreeHandle(SQL_HANDLE_ENV, environment); }
+
+void OdbcConnectionKind::Close(Handle connection) noexcept {
+  SQLDisconnect(connection);
+  SQLFreeHandle(SQL_HANDLE_DBC, connection);
 }
 
 Database::Database(const Text& connection) {
-  SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment_);
-  SQLSetEnvAttr(environment_, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
-  SQLAllocHandle(SQL_HANDLE_DBC, environment_, &connection_);
+  SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, environment_.Receive());
+  SQLSetEnvAttr(environment_.Get(), SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+  SQLAllocHandle(SQL_HANDLE_DBC, environment_.Get(), connection_.Receive());
   Text text = connection;
   const SQLRETURN result =
-      SQLDriverConnectW(connection_, nullptr, text.data(), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
-  if (SQL_SUCCEEDED(result)) return;
-  try {
-    Fail(SQL_HANDLE_DBC, connection_, L"SQLDriverConnect");
-  } catch (...) {
-    SQLFreeHandle(SQL_HANDLE_DBC, connection_);
-    SQLFreeHandle(SQL_HANDLE_ENV, environment_);
-    throw;
-  }
-}
-
-Database::~Database() {
-  SQLDisconnect(connection_);
-  SQLFreeHandle(SQL_HANDLE_DBC, connection_);
-  SQLFreeHandle(SQL_HANDLE_ENV, environment_);
+      SQLDriverConnectW(connection_.Get(), nullptr, text.data(), SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
+  if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLDriverConnect");
 }
 
 std::int32_t Database::Execute(TextView sql, std::span<const Value> values) {
-  Statement statement(connection_);
+  Statement statement(connection_.Get());
   statement.Run(sql, values);
   return statement.ChangedRows();
 }
 
 Rows Database::Query(TextView sql, std::span<const Value> values) {
-  Statement statement(connection_);
+  Statement statement(connection_.Get());
   statement.Run(sql, values);
   return statement.Fetch();
 }
 
-void Database::SetAutoCommit(bool on) {
-  const auto mode = static_cast<SQLULEN>(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF);
-  const SQLRETURN result =
-      SQLSetConnectAttrW(connection_, SQL_ATTR_AUTOCOMMIT, reinterpret_cast<SQLPOINTER>(mode), SQL_IS_UINTEGER);
-  if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, connection_, L"SQLSetConnectAttr");
+Text Database::Name() {
+  const Text database = Tell(SQL_DATABASE_NAME), server = Tell(SQL_SERVER_NAME);
+  return Tell(SQL_DBMS_NAME) + L" " + database + (server == database ? Text() : L" (" + server + L")");
+}
+
+Text Database::Tell(unsigned short what) {
+  SQLWCHAR text[1024] = {};
+  SQLSMALLINT length = 0;
+  if (!SQL_SUCCEEDED(SQLGetInfoW(connection_.Get(), what, text, sizeof text, &length))) {
+    Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLGetInfo");
+  }
+  return text;
+}
+
+void Database::Set(int attribute, std::size_t value) {
+  auto* number = reinterpret_cast<SQLPOINTER>(value);
+  if (!SQL_SUCCEEDED(SQLSetConnectAttrW(connection_.Get(), attribute, number, SQL_IS_UINTEGER))) {
+    Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLSetConnectAttr");
+  }
+}
+
+std::size_t Database::Get(int attribute) {
+  SQLULEN value = 0;
+  if (!SQL_SUCCEEDED(SQLGetConnectAttrW(connection_.Get(), attribute, &value, sizeof value, nullptr))) {
+    Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLGetConnectAttr");
+  }
+  return static_cast<std::uint32_t>(value);
 }
 
 void Database::End(bool commit) {
-  const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, connection_, commit ? SQL_COMMIT : SQL_ROLLBACK);
-  if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, connection_, L"SQLEndTran");
+  const SQLRETURN result = SQLEndTran(SQL_HANDLE_DBC, connection_.Get(), commit ? SQL_COMMIT : SQL_ROLLBACK);
+  if (!SQL_SUCCEEDED(result)) Fail(SQL_HANDLE_DBC, connection_.Get(), L"SQLEndTran");
 }
 
-Transaction::Transaction(Database& database) : database_(database) { database_.SetAutoCommit(false); }
+Transaction::Transaction(Database& database, Kind kind)
+    : database_(database), isolation_(database.Get(SQL_ATTR_TXN_ISOLATION)) {
+  if (kind == Kind::kOneMoment) database_.Set(SQL_ATTR_TXN_ISOLATION, SQL_TXN_REPEATABLE_READ);
+  database_.Set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_OFF);
+}
 
 Transaction::~Transaction() {
   try {
     if (open_) database_.End(false);
-    database_.SetAutoCommit(true);
+    database_.Set(SQL_ATTR_AUTOCOMMIT, SQL_AUTOCOMMIT_ON);
+    if (database_.Get(SQL_ATTR_TXN_ISOLATION) != isolation_) database_.Set(SQL_ATTR_TXN_ISOLATION, isolation_);
   } catch (...) {  // a lost connection has rolled back already
   }
 }

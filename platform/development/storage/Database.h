@@ -1,9 +1,11 @@
 #pragma once
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "foundation/values/SystemHandle.h"
 #include "foundation/values/Value.h"
 
 namespace tavio::development {
@@ -24,8 +26,20 @@ struct Rows {
 
   std::size_t Count() const noexcept { return cells.size(); }
   bool IsEmpty() const noexcept { return cells.empty(); }
-  // The cell of a column matched without regard to letter case, since databases differ in how they fold names.
-  const Value& At(std::size_t row, TextView column) const;
+  // A column by its name, matched without regard to letter case, since databases differ in how they fold names.
+  std::optional<std::size_t> Find(TextView column) const;
+};
+
+// Handles of ODBC; what they are for the driver manager's header is known where they are used.
+struct OdbcEnvironmentKind {
+  using Handle = void*;
+  static Handle None() noexcept { return nullptr; }
+  static void Close(Handle environment) noexcept;
+};
+struct OdbcConnectionKind {
+  using Handle = void*;
+  static Handle None() noexcept { return nullptr; }
+  static void Close(Handle connection) noexcept;
 };
 
 // A connection to an ODBC database. Every failure raises Error with the driver's own text.
@@ -33,9 +47,9 @@ class Database {
  public:
   // `connection` is an ODBC connection string, driver included.
   explicit Database(const Text& connection);
-  ~Database();
-  Database(const Database&) = delete;
-  Database& operator=(const Database&) = delete;
+
+  // What the connection leads to, for people: "SQLite C:\...\platform.db".
+  Text Name();
 
   // Runs one statement whose "?" marks stand for `values`, and answers how many rows it changed. A value is bound as
   // integer, number or text; an empty one as null.
@@ -54,10 +68,18 @@ class Database {
   }
   Rows Query(TextView sql, std::span<const Value> values);
 
+  // The first cell of what Query answers; empty if there is no row.
+  template <class... Values>
+  Value FirstCell(TextView sql, const Values&... values) {
+    Rows rows = Query(sql, values...);
+    return rows.IsEmpty() ? Value() : std::move(rows.cells[0][0]);
+  }
+
  private:
   friend class Transaction;
 
   static Value AsParameter(const Value& value) { return value.Copy(); }
+  static Value AsParameter(TextView text) { return Value(text); }
   static Value AsParameter(const Text& text) { return Value(TextView(text)); }
   template <class T>
   requires std::constructible_from<Value, const T&> &&(!std::same_as<T, Value>)static Value
@@ -65,18 +87,23 @@ class Database {
     return Value(scalar);
   }
 
-  void SetAutoCommit(bool on);
+  void Set(int attribute, std::size_t value);
+  std::size_t Get(int attribute);
+  Text Tell(unsigned short what);
   void End(bool commit);
 
-  void* environment_ = nullptr;
-  void* connection_ = nullptr;
+  SystemHandle<OdbcEnvironmentKind> environment_;
+  SystemHandle<OdbcConnectionKind> connection_;
 };
 
 // What happens between its making and Commit is stored whole or not at all. Make a changing statement the first of it:
 // a reader that turns into a writer half-way can be refused by SQLite.
 class Transaction {
  public:
-  explicit Transaction(Database& database);
+  // One that only reads reads everything as it was at one moment.
+  enum class Kind { kChange, kOneMoment };
+
+  explicit Transaction(Database& database, Kind kind = Kind::kChange);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -85,6 +112,7 @@ class Transaction {
 
  private:
   Database& database_;
+  std::size_t isolation_;
   bool open_ = true;
 };
 

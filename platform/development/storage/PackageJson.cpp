@@ -1,6 +1,8 @@
 #include "development/storage/PackageJson.h"
 
+#include <cstdint>
 #include <cstdio>
+#include <utility>
 
 #include "foundation/packages/Walk.h"
 #include "foundation/values/CodePage.h"
@@ -11,6 +13,10 @@ namespace tavio::development {
 namespace {
 
 constexpr int kDeepest = 64;
+
+void CheckDepth(int depth) {
+  if (depth > kDeepest) throw Error(E_INVALIDARG, L"DevPlatform", L"数据包嵌套过深,无法保存");
+}
 
 std::string IsoDate(double date) {
   SYSTEMTIME time;
@@ -53,20 +59,22 @@ Json Write(const Value& value, int depth);
 
 Json WriteRecord(const Dictionary& record, int depth) {
   Json json = Json::object();
-  for (const auto& entry : Entries(record)) json[ToUtf8(entry.KeyView())] = Write(entry.Stored(), depth + 1);
+  for (const auto& entry : Entries(record)) {
+    std::string key = ToUtf8(entry.KeyView());  // what is stored may be a host's object, and change the record
+    json[std::move(key)] = Write(entry.Stored(), depth + 1);
+  }
   return IsMarked(json) ? Json{{"$record", std::move(json)}} : json;
 }
 
 Json WriteList(const Vector& list, int depth) {
   Json json = Json::array();
-  const std::int32_t count = list.Count();
-  for (std::int32_t i = 1; i <= count; ++i) json.push_back(Write(*list.Item(i), depth + 1));
+  for (const auto& item : Items(list)) json.push_back(Write(*item, depth + 1));
   return json;
 }
 
 Json WriteObject(const Value& value, int depth) {
   if (!value.HoldsObject()) return Json{{"$object", 0}};
-  if (depth > kDeepest) throw Error(E_INVALIDARG, L"DevPlatform", L"数据包嵌套过深,无法保存");
+  CheckDepth(depth);
   const auto object = value.ToObject();
   const bool keyed = HasMember(object.Get(), L"Lookup");
   return keyed ? WriteRecord(Dictionary(object), depth) : WriteList(Vector(object), depth);
@@ -106,45 +114,59 @@ Json Write(const Value& value, int depth) {
   }
 }
 
-Value ReadRecord(const Json& json) {
+template <class Integer>
+Value ReadInteger(const Json& json) {
+  if (!json.is_number_integer()) throw Error::TypeMismatch();
+  const bool fits = json.is_number_unsigned() ? std::in_range<Integer>(json.get<std::uint64_t>())
+                                              : std::in_range<Integer>(json.get<std::int64_t>());
+  if (!fits) throw Error::Overflow();
+  return Value(json.get<Integer>());
+}
+
+Value Read(const Json& json, int depth);
+
+Value ReadRecord(const Json& json, int depth) {
   const Dictionary record = Dictionary::New();
-  for (const auto& [key, value] : json.items()) record.Set(Key(FromUtf8(key)), FromJson(value));
+  for (const auto& [key, value] : json.items()) record.Set(Key(FromUtf8(key)), Read(value, depth + 1));
   return record.AsValue();
 }
 
-Value ReadMarked(const std::string& mark, const Json& json) {
-  if (mark == "$i2") return Value(json.get<std::int16_t>());
+Value ReadMarked(const std::string& mark, const Json& json, int depth) {
+  if (mark == "$i2") return ReadInteger<std::int16_t>(json);
   if (mark == "$r4") return Value(json.get<float>());
   if (mark == "$date") return FromIsoDate(json.get<std::string>());
   if (mark == "$decimal") return FromDecimal(json.get<std::string>());
   if (mark == "$object") return Value(ComPtr<IDispatch>());
-  if (mark == "$record") return ReadRecord(json);
+  if (mark == "$record") return ReadRecord(json, depth);
+  if (mark != "$empty") throw Error::TypeMismatch();
   return Value();
 }
 
-Value ReadList(const Json& json) {
+Value ReadList(const Json& json, int depth) {
   const Vector list = Vector::New();
-  for (const auto& item : json) list.Add(FromJson(item));
+  for (const auto& item : json) list.Add(Read(item, depth + 1));
   return list.AsValue();
+}
+
+Value Read(const Json& json, int depth) {
+  CheckDepth(depth);
+  if (json.is_object()) {
+    const bool isMarked = IsMarked(json);
+    return isMarked ? ReadMarked(json.begin().key(), json.begin().value(), depth) : ReadRecord(json, depth);
+  }
+  if (json.is_array()) return ReadList(json, depth);
+  if (json.is_boolean()) return Value(json.get<bool>());
+  if (json.is_number_integer()) return ReadInteger<std::int32_t>(json);
+  if (json.is_number()) return Value(json.get<double>());
+  if (json.is_string()) return Value(TextView(FromUtf8(json.get<std::string>())));
+  return Value::Null();
 }
 
 }  // namespace
 
 Json ToJson(const Value& value) { return Write(value, 0); }
 
-Value FromJson(const Json& json) {
-  if (json.is_object()) {
-    return IsMarked(json) ? ReadMarked(json.begin().key(), json.begin().value()) : ReadRecord(json);
-  }
-  if (json.is_array()) return ReadList(json);
-  if (json.is_boolean()) return Value(json.get<bool>());
-  if (json.is_number_integer()) return Value(json.get<std::int32_t>());
-  if (json.is_number()) return Value(json.get<double>());
-  if (json.is_string()) return Value(TextView(FromUtf8(json.get<std::string>())));
-  Value null;
-  null.InPlace()->vt = VT_NULL;
-  return null;
-}
+Value FromJson(const Json& json) { return Read(json, 0); }
 
 Text ToColumn(const Json& json) { return FromUtf8(json.dump()); }
 

@@ -18,7 +18,8 @@ using Json = nlohmann::ordered_json;
 Json ToJson(const Value& value);
 inline Json ToJson(const Dictionary& record) { return ToJson(record.AsValue()); }
 
-// Packages are made new.
+// Packages are made new. Raises Error for a number that does not fit its type, and for objects of one member that begin
+// with "$" and are none of the above.
 Value FromJson(const Json& json);
 
 // As stored in a column.

@@ -2,9 +2,8 @@
 
 #include <memory>
 
-#include "development/PlatformObject.h"
+#include "development/storage/PlatformObject.h"
 #include "foundation/values/Error.h"
-#include "foundation/values/Text.h"
 
 namespace tavio::development {
 namespace {
@@ -12,7 +11,7 @@ namespace {
 constexpr HRESULT kNoRecord = static_cast<HRESULT>(0x800A0BCD);
 constexpr HRESULT kNoField = static_cast<HRESULT>(0x800A0CC1);
 
-// The rows and where in them the record set stands, from -1 (before the first) to Count (after the last).
+// The rows and the position of the record set in them, from -1 (before the first) to Count (after the last).
 struct Cursor {
   Rows rows;
   std::ptrdiff_t position = 0;
@@ -31,16 +30,13 @@ std::size_t Cursor::Find(const Value& nameOrIndex) const {
   if (!nameOrIndex.IsText()) {
     const auto index = static_cast<std::size_t>(nameOrIndex.ToInt32());
     if (index < rows.columns.size()) return index;
-  } else {
-    const Text wanted = ToUpper(nameOrIndex.ToText());
-    for (std::size_t i = 0; i < rows.columns.size(); ++i) {
-      if (ToUpper(rows.columns[i].name) == wanted) return i;
-    }
+  } else if (const auto found = rows.Find(nameOrIndex.ToText())) {
+    return *found;
   }
   throw Error(kNoField, L"DevPlatform.RecordSet", L"记录集没有字段 " + nameOrIndex.ToText());
 }
 
-class FieldObject final : public PlatformObject {
+class FieldObject final : public LateBound {
  public:
   FieldObject(const std::shared_ptr<Cursor>& cursor, std::size_t column) {
     Add(L"Name", [cursor, column](Arguments&) { return Value(TextView(cursor->rows.columns[column].name)); });
@@ -49,7 +45,7 @@ class FieldObject final : public PlatformObject {
   }
 };
 
-class FieldList final : public PlatformObject {
+class FieldList final : public LateBound {
  public:
   explicit FieldList(const std::shared_ptr<Cursor>& cursor) {
     Add(L"Count", [cursor](Arguments&) { return Value(static_cast<std::int32_t>(cursor->rows.columns.size())); });
@@ -58,7 +54,7 @@ class FieldList final : public PlatformObject {
   }
 };
 
-class RecordSet final : public PlatformObject {
+class RecordSet final : public LateBound {
  public:
   explicit RecordSet(Rows rows) {
     auto cursor = std::make_shared<Cursor>(Cursor{std::move(rows)});
@@ -81,7 +77,7 @@ class RecordSet final : public PlatformObject {
     return Value();
   }
 
-  // Moving on from an end, where there is no record to move from, is an error.
+  // At an end there is no record to move on from.
   static Value Step(Cursor& cursor, std::ptrdiff_t by) {
     const bool atEnd = by > 0 ? cursor.IsAfter() : cursor.IsBefore();
     if (atEnd) throw Error(kNoRecord, L"DevPlatform.RecordSet", L"记录集没有当前记录");

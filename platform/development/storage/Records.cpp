@@ -29,10 +29,9 @@ Vector ReadRecords(Database& database, Fields fields, TextView clause, std::span
 Dictionary ReadKeyedRecords(Database& database, Fields fields, const wchar_t* key, TextView clause,
                             std::span<const Value> values) {
   const Rows rows = Select(database, fields, clause, values);
+  const std::size_t keyed = rows.Find(key).value();
   const Dictionary records = Dictionary::New();
-  for (std::size_t i = 0; i < rows.Count(); ++i) {
-    records.Set(Key(rows.At(i, key).ToText()), RecordOf(fields, rows.cells[i]));
-  }
+  for (const auto& row : rows.cells) records.Set(Key(row[keyed].ToText()), RecordOf(fields, row));
   return records;
 }
 

@@ -1,74 +1,66 @@
 #include "development/storage/Schema.h"
 
-#include <windows.h>
+#include <optional>
 
-#include "development/storage/PackageJson.h"
-#include "foundation/values/CodePage.h"
+#include "development/storage/PlatformData.h"
+#include "development/storage/Tables.h"
 #include "foundation/values/Error.h"
-#include "foundation/values/OwnModule.h"
 
 namespace tavio::development {
 namespace {
 
-std::string_view Embedded(const wchar_t* name) {
-  const HMODULE module = OwnModule();
-  const HRSRC found = FindResourceW(module, name, reinterpret_cast<LPCWSTR>(RT_RCDATA));
-  if (!found) throw Error(E_FAIL, L"DevPlatform", Text(L"缺少资源 ") + name);
-  const auto* bytes = static_cast<const char*>(LockResource(LoadResource(module, found)));
-  return {bytes, SizeofResource(module, found)};
+[[noreturn]] void Refuse(Database& database, const Text& why) {
+  throw Error(E_FAIL, L"DevPlatform", L"不能使用数据库 " + database.Name() + L": " + why);
 }
 
-bool HasTables(Database& database) {
+// None if there are no tables.
+std::optional<std::int32_t> VersionOf(Database& database) {
+  Rows rows;
   try {
-    return !database.Query(L"SELECT FVersion FROM t_PlatformVersion").IsEmpty();
+    rows = database.Query(L"SELECT FVersion FROM t_PlatformVersion");
   } catch (const Error&) {  // no such table: each database has its own words for it
-    return false;
+    return std::nullopt;
   }
+  if (rows.Count() != 1 || rows.cells[0][0].Type() != VT_I4) Refuse(database, L"无法读取其版本");
+  return rows.cells[0][0].ToInt32();
 }
 
-void MakeTables(Database& database) {
-  const Text script = FromUtf8(Embedded(L"SCHEMA"));
-  TextView rest = script;
-  while (rest.find(L';') != TextView::npos) {
-    const auto end = rest.find(L';');
-    database.Execute(rest.substr(0, end));
-    rest.remove_prefix(end + 1);
-  }
+void Run(Database& database, const std::vector<Text>& statements) {
+  for (const auto& statement : statements) database.Execute(statement);
 }
 
-// A nested package is stored as its text.
-Value Cell(const Json& json) { return json.is_structured() ? Value(TextView(ToColumn(json))) : FromJson(json); }
-
-void InsertRow(Database& database, const std::string& table, const Json& row) {
-  std::string names, marks;
-  std::vector<Value> values;
-  for (const auto& [name, value] : row.items()) {
-    names += (names.empty() ? "" : ", ") + name;
-    marks += marks.empty() ? "?" : ", ?";
-    values.push_back(Cell(value));
-  }
-  const Text sql = FromUtf8("INSERT INTO " + table + " (" + names + ") VALUES (" + marks + ")");
-  database.Execute(sql, std::span<const Value>(values));
+void Make(Database& database) {
+  Transaction transaction(database);
+  Run(database, StatementsSince(0));
+  database.Execute(L"INSERT INTO t_PlatformVersion (FVersion) VALUES (?)", kTablesVersion);
+  FillData(database);
+  transaction.Commit();
 }
 
-void FillTables(Database& database) {
-  const auto seed = Json::parse(Embedded(L"SEED"));
-  for (const auto& [table, rows] : seed.items()) {
-    for (const auto& row : rows) InsertRow(database, table, row);
-  }
+// The first statement lets the others wait who come with the same intention, and then find nothing to do.
+void Upgrade(Database& database, std::int32_t from) {
+  Transaction transaction(database);
+  const auto mine =
+      database.Execute(L"UPDATE t_PlatformVersion SET FVersion = ? WHERE FVersion = ?", kTablesVersion, from);
+  if (mine == 0) return;
+  Run(database, StatementsSince(from));
+  transaction.Commit();
 }
 
 }  // namespace
 
 void PrepareTables(Database& database) {
-  if (HasTables(database)) return;
+  auto version = VersionOf(database);
   try {
-    Transaction transaction(database);
-    MakeTables(database);
-    FillTables(database);
-    transaction.Commit();
-  } catch (const Error&) {
-    if (!HasTables(database)) throw;  // otherwise another process was first
+    if (!version) Make(database);
+    if (version && *version < kTablesVersion) Upgrade(database, *version);
+  } catch (const Error& error) {  // another process may have been first
+    version = VersionOf(database);
+    if (!version || *version < kTablesVersion) Refuse(database, error.Description());
+  }
+  if (version && *version > kTablesVersion) {
+    Refuse(database,
+           L"表的版本是 " + std::to_wstring(*version) + L",本程序只能处理到版本 " + std::to_wstring(kTablesVersion));
   }
 }
 

@@ -4,8 +4,9 @@
 
 namespace tavio::development {
 
-// Makes and fills the tables of a database that has none yet, in one transaction; safe where several processes meet an
-// empty database at once.
+// Makes the tables of a database ready for use, each time in one transaction: a new database gets them and the seed,
+// older tables are brought up to date in place. Safe if several processes meet one database at once. Raises Error for
+// tables of a newer version, and for a database that cannot be read.
 void PrepareTables(Database& database);
 
 }  // namespace tavio::development

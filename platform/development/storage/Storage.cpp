@@ -5,7 +5,7 @@
 #include <map>
 #include <mutex>
 
-#include "development/storage/PackageJson.h"
+#include "development/storage/Files.h"
 #include "development/storage/Schema.h"
 #include "foundation/values/CodePage.h"
 #include "foundation/values/Error.h"
@@ -14,10 +14,11 @@
 namespace tavio::development {
 namespace {
 
-Text Environment(const wchar_t* name) {
-  Text value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
-  value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
-  return value;
+Text Absolute(const Text& path) {
+  Text full(GetFullPathNameW(path.c_str(), 0, nullptr, nullptr), L'\0');
+  full.resize(GetFullPathNameW(path.c_str(), static_cast<DWORD>(full.size()), full.data(), nullptr));
+  CheckWindows(!full.empty());
+  return full.back() == L'\\' ? full : full + L'\\';
 }
 
 // The drivers of Wine are those of the system below it, which knows no drive letters, and names them in its own way.
@@ -33,10 +34,11 @@ Text SqliteConnection(const Text& path) {
 }
 
 Text ConnectionText() {
+  const Text folder = StorageFolder();  // asked for before a host changes the current folder
   const Text chosen = Environment(L"TAVIO_DEV_DATABASE");
   if (!chosen.empty()) return chosen;
   // Nothing here needs to survive a failure of the power supply, and every operation of a host writes log entries.
-  return SqliteConnection(StorageFolder() + L"platform.db") + L";Timeout=20000;SyncPragma=OFF";
+  return SqliteConnection(folder + L"platform.db") + L";Timeout=20000;SyncPragma=OFF";
 }
 
 std::shared_ptr<Database> Connect() {
@@ -47,14 +49,25 @@ std::shared_ptr<Database> Connect() {
 
 }  // namespace
 
+Text Environment(const wchar_t* name) {
+  Text value(GetEnvironmentVariableW(name, nullptr, 0), L'\0');
+  value.resize(GetEnvironmentVariableW(name, value.data(), static_cast<DWORD>(value.size())));
+  return value;
+}
+
 Text StorageFolder() {
-  Text folder = Environment(L"TAVIO_DEV_FOLDER");
-  if (folder.empty()) folder = GetAppFolder() + L"devplatform";
-  if (folder.back() != L'\\' && folder.back() != L'/') folder += L'\\';
-  if (!CreateDirectoryW(folder.c_str(), nullptr) && GetLastError() != ERROR_ALREADY_EXISTS) {
-    throw Error(HRESULT_FROM_WIN32(GetLastError()), L"DevPlatform", L"不能建立文件夹 " + folder);
-  }
-  return folder;
+  static std::mutex guard;
+  static Text asChosen, absolute;
+  const std::scoped_lock lock(guard);
+  Text chosen = Environment(L"TAVIO_DEV_FOLDER");
+  if (chosen.empty()) chosen = GetAppFolder() + L"devplatform";
+  // It would end the value in the connection string.
+  if (chosen.find(L';') != Text::npos)
+    throw Error(E_INVALIDARG, L"DevPlatform", L"数据文件夹的路径不能含有分号: " + chosen);
+  if (chosen != asChosen) absolute = Absolute(chosen);
+  asChosen = std::move(chosen);
+  MakeFolder(absolute);
+  return absolute;
 }
 
 std::shared_ptr<Database> OpenStorage() {

@@ -7,8 +7,12 @@
 namespace tavio::development {
 
 // The folder of everything the development platform writes, ending with "\": the environment variable TAVIO_DEV_FOLDER
-// (a Windows path), else "devplatform" beside this server. It is made where it is missing.
+// (a Windows path), else "devplatform" beside this server. A relative path means the folder that was the current one at
+// first use, whatever a host makes the current one later. What is missing of the path is made.
 Text StorageFolder();
+
+// A variable of the process's environment; empty if there is none.
+Text Environment(const wchar_t* name);
 
 // This thread's connection, shared while anybody holds it. The database is the one whose ODBC connection string is in
 // the environment variable TAVIO_DEV_DATABASE, else a SQLite file platform.db in the storage folder. At first use its

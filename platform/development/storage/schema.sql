@@ -1,3 +1,4 @@
+-- Version 1
 CREATE TABLE t_PlatformVersion (FVersion INTEGER NOT NULL);
 
 CREATE TABLE t_Identity (FName VARCHAR(40) NOT NULL PRIMARY KEY, FNext INTEGER NOT NULL);
@@ -171,3 +172,12 @@ CREATE TABLE t_SmsOutbox (
   FBillType INTEGER NOT NULL,
   FBillNo INTEGER NOT NULL,
   FIsBack INTEGER NOT NULL);
+
+INSERT INTO t_Identity (FName, FNext) VALUES ('Log', 1);
+INSERT INTO t_Identity (FName, FNext) VALUES ('BillAction', 2001);
+INSERT INTO t_Identity (FName, FNext) VALUES ('Inbox', 1);
+INSERT INTO t_Identity (FName, FNext) VALUES ('Mail', 1);
+INSERT INTO t_Identity (FName, FNext) VALUES ('Sms', 1);
+
+-- Version 2
+CREATE INDEX i_Inbox_Recipient ON t_Inbox (FRecipientID);
