@@ -31,7 +31,7 @@ Check "variable users", Keys(message.GetVariableUser), "FManager;FBiller;"
 Dim user
 user = "16395"
 Check "AddUser, a text", message.AddUser(user), True
-Check "the variable takes the integer back", user, CLng(16395)
+Check "the variable stays as it was", user, "16395"
 Check "RemoveUser", message.RemoveUser(16395), True
 Check "no recipients", message.GetMessage.Value("MessageUsers").Count, CLng(0)
 
