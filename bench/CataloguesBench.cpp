@@ -75,7 +75,7 @@ void MeasureCatalogues() {
 
   Vector answered;
   test::FakeComponent classInfo(L"TavioMClass.ClassInfo");
-  classInfo.On(L"GetBillEnvironments", [&](Arguments&) { return answered.AsValue(); });
+  classInfo.On(L"GetBillEnvironments", [&] { return answered.AsValue(); });
   const auto fresh = [] { return Scenarios(kMost); };
   const double reading = SecondsOnFresh(fresh, ReadAndWriteOnce);
   const double sorting = SecondsOnFresh(fresh, [&](const Vector& scenarios) {

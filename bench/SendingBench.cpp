@@ -36,9 +36,9 @@ double Sending(Message& message, const Dictionary& recipients) {
 
 void MeasureSending() {
   test::FakeComponent props(L"TavioSharedProps.PropStore");
-  props.On(L"GetProperty", [](Arguments&) { return Value(L"UserID=16394;ConnectString={Server=x};"); });
+  props.On(L"GetProperty", [] { return Value(L"UserID=16394;ConnectString={Server=x};"); });
   test::FakeComponent command(L"TavioAppCommand.Command");
-  command.On(L"SendMessage", [](Arguments&) { return Value(); });
+  command.On(L"SendMessage", [] { return Value(); });
 
   Message message;
   message.ClassType(Dictionary::New());
