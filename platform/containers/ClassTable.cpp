@@ -1,7 +1,5 @@
 #include "com/server/ClassTable.h"
 
-#include <initguid.h>  // the identifier of the type library is defined here
-
 #include "containers/DictionaryObject.h"
 #include "containers/VectorObject.h"
 
@@ -16,6 +14,6 @@ constexpr ClassRow kClasses[] = {
 }  // namespace
 
 // The platform's own containers go by the same names; if they are installed, they stay.
-constexpr ServerTable kServer = {kClasses, &LIBID_Vexo, true};
+constinit const ServerTable kServer = {kClasses, true, true};
 
 }  // namespace tavio::com

@@ -55,6 +55,6 @@ constexpr ClassRow kClasses[] = {
 
 }  // namespace
 
-constexpr ServerTable kServer = {kClasses, nullptr, true};
+constinit const ServerTable kServer = {kClasses, false, true};
 
 }  // namespace tavio::com

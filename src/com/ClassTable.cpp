@@ -1,9 +1,3 @@
-// What follows initguid.h is defined here, and must follow it.
-// clang-format off
-#include <initguid.h>
-#include <TavioClassBillAction.h>
-// clang-format on
-
 #include "com/server/ClassTable.h"
 
 #include "com/BillActionsShell.h"
@@ -26,6 +20,6 @@ constexpr ClassRow kClasses[] = {
 
 }  // namespace
 
-constexpr ServerTable kServer = {kClasses, &LIBID_TavioClassBillAction, false, ForgetContainerFactories};
+constinit const ServerTable kServer = {kClasses, true, false, ForgetContainerFactories};
 
 }  // namespace tavio::com

@@ -12,7 +12,7 @@ using namespace tavio::com;
 constexpr CLSID kOne = {0x7e0f0001, 0, 0, {1}}, kTwo = {0x7e0f0002, 0, 0, {1}};
 constexpr wchar_t kForeign[] = L"{7E0F0003-0000-0000-0100-000000000000}";
 constexpr ClassRow kRows[] = {{kOne, L"TavioTest.One", L"One", nullptr}, {kTwo, L"TavioTest.Two", L"Two", nullptr}};
-constexpr ServerTable kOwn = {kRows, nullptr, false}, kPolite = {kRows, nullptr, true};
+constexpr ServerTable kOwn = {kRows, false, false}, kPolite = {kRows, false, true};
 constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
 
 const Text kOneClass = L"CLSID\\{7E0F0001-0000-0000-0100-000000000000}";

@@ -19,8 +19,8 @@ struct ClassRow {
 // A server described as data. Each server defines the one instance, which drives its factories and its registration.
 struct ServerTable {
   std::span<const ClassRow> classes;
-  // The embedded type library; null if there is none.
-  const GUID* typeLibrary;
+  // Whether a type library is embedded. Its identifier is read from it.
+  bool hasTypeLibrary;
   // Registration is refused if one of the ProgIDs belongs to somebody else's class.
   bool refusesForeignClasses;
   // Lets go of what was kept between calls, when the server may be unloaded; null if it keeps nothing.

@@ -67,13 +67,26 @@ class Classes {
 
 Text ClassKey(const ClassRow& row) { return L"CLSID\\" + GuidText(row.id); }
 
+ComPtr<ITypeLib> OwnTypeLibrary() {
+  ComPtr<ITypeLib> library;
+  Check(LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, &library));
+  return library;
+}
+
+LibraryDescription OwnDescription() {
+  const auto library = OwnTypeLibrary();
+  TLIBATTR* lent = nullptr;
+  Check(library->GetLibAttr(&lent));
+  return LibraryDescription({library, lent});
+}
+
 void WriteClass(const Classes& classes, const ServerTable& server, const ClassRow& row) {
   const Text key = ClassKey(row);
   classes.Write(key, nullptr, row.description);
   classes.Write(key + L"\\InprocServer32", nullptr, ModuleFile());
   classes.Write(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
   classes.Write(key + L"\\ProgID", nullptr, row.progId);
-  if (server.typeLibrary) classes.Write(key + L"\\TypeLib", nullptr, GuidText(*server.typeLibrary));
+  if (server.hasTypeLibrary) classes.Write(key + L"\\TypeLib", nullptr, GuidText(OwnDescription().Get()->guid));
 }
 
 void WriteProgId(const Classes& classes, const ClassRow& row) {
@@ -108,12 +121,6 @@ Function* FromOleAut(const char* name) {
   return reinterpret_cast<Function*>(function);
 }
 
-ComPtr<ITypeLib> OwnTypeLibrary() {
-  ComPtr<ITypeLib> library;
-  Check(LoadTypeLibEx(ModuleFile().c_str(), REGKIND_NONE, &library));
-  return library;
-}
-
 void WriteTypeLibrary(Scope scope) {
   Text path = ModuleFile();
   const auto registers =
@@ -131,15 +138,13 @@ bool HasTypeLibrary(Scope scope, const TLIBATTR& library) {
 
 // The systems differ in how they tell that there is none, and tell the same of one that they may not remove.
 void RemoveTypeLibrary(Scope scope) {
-  const auto library = OwnTypeLibrary();
-  TLIBATTR* lent = nullptr;
-  Check(library->GetLibAttr(&lent));
-  const LibraryDescription description({library, lent});
+  const auto description = OwnDescription();
+  const TLIBATTR& own = *description.Get().lent;
   const auto unregisters = scope == Scope::kMachine
                                ? &UnRegisterTypeLib
                                : FromOleAut<decltype(UnRegisterTypeLib)>("UnRegisterTypeLibForUser");
-  const HRESULT result = unregisters(lent->guid, lent->wMajorVerNum, lent->wMinorVerNum, lent->lcid, lent->syskind);
-  if (FAILED(result) && HasTypeLibrary(scope, *lent)) throw Error::FromHresult(result);
+  const HRESULT result = unregisters(own.guid, own.wMajorVerNum, own.wMinorVerNum, own.lcid, own.syskind);
+  if (FAILED(result) && HasTypeLibrary(scope, own)) throw Error::FromHresult(result);
 }
 
 void RefuseForeign(const ClassRow& row) {
@@ -168,7 +173,7 @@ Steps Removal(const ServerTable& server, Scope scope) {
   for (const auto& row : server.classes) {
     steps.push_back(Named(whose + L"name " + row.progId, [=, &row] { RemoveProgId(classes, row); }));
   }
-  if (server.typeLibrary) steps.push_back(Named(whose + L"type library", [=] { RemoveTypeLibrary(scope); }));
+  if (server.hasTypeLibrary) steps.push_back(Named(whose + L"type library", [=] { RemoveTypeLibrary(scope); }));
   // A user without classes of his own had no such key.
   if (scope == Scope::kUser) steps.push_back(Named(whose + L"empty key", [=] { classes.RemoveIfEmpty(L"CLSID"); }));
   return steps;
@@ -183,7 +188,7 @@ Steps Writing(const ServerTable& server, Scope scope) {
     steps.push_back(Named(Text(L"name ") + row.progId, [=, &row] { WriteProgId(classes, row); }));
   }
   if (scope == Scope::kMachine) std::ranges::move(Removal(server, Scope::kUser), std::back_inserter(steps));
-  if (server.typeLibrary) steps.push_back(Named(L"type library", [=] { WriteTypeLibrary(scope); }));
+  if (server.hasTypeLibrary) steps.push_back(Named(L"type library", [=] { WriteTypeLibrary(scope); }));
   return steps;
 }
 
