@@ -26,7 +26,7 @@ class SearchedText {
     for (const Char unit : part) {
       Position next = kRoot;
       while ((next = Linked(end, unit)) == kRoot) {
-        if (end == kRoot) return part.empty();  // no such character anywhere
+        if (end == kRoot) return false;  // no such character anywhere
         end = nodes_[end].above;
       }
       end = next;
