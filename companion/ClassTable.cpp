@@ -9,6 +9,7 @@
 #include "companion/BoxesShell.h"
 #include "companion/PreviewShell.h"
 #include "companion/RecorderShell.h"
+#include "foundation/packages/NewContainer.h"
 
 namespace tavio::com {
 namespace {
@@ -21,6 +22,6 @@ constexpr ClassRow kClasses[] = {
 
 }  // namespace
 
-constexpr ServerTable kServer = {kClasses, &LIBID_TavioCompanion, false};
+constexpr ServerTable kServer = {kClasses, &LIBID_TavioCompanion, false, ForgetContainerFactories};
 
 }  // namespace tavio::com

@@ -38,7 +38,6 @@ STDMETHODIMP PreviewShell::OfBill(LONG classTypeId, BSTR action, VARIANT scenari
     context.bill = composed.bill;
     context.tableInfo = composed.tableInfo;
     context.heading = composed.heading;
-    if (!context.dataService) context.dataService = composed.bill.Object();
     return Keep(PreviewOf(composed.message, context));
   });
 }

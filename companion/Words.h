@@ -87,5 +87,27 @@ inline constexpr Word kHasNoMessage = {L"操作在此业务场景中没有消息
 inline constexpr Word kThereAre = {L"现有:", L"there are:"};
 inline constexpr Word kBill = {L"单据", L"bill"};
 
+inline constexpr Word kNoFindings = {L"没有发现问题", L"No findings"};
+inline constexpr Word kPerhapsMeant = {L"也许应为", L"perhaps meant:"};
+inline constexpr Word kKnownAddsIt = {L"改名,或者告知它由宿主程序加入", L"rename it, or say that a host adds it"};
+inline constexpr Word kShortenTitle = {L"缩短到50个字符", L"shorten it to 50 characters"};
+inline constexpr Word kTitleStays = {L"标题中的变元不会被替换,请移到内容中",
+                                     L"titles are never translated: move it to the text"};
+inline constexpr Word kCloseBracket = {L"补上 ]", L"add the ]"};
+inline constexpr Word kReplaceCharacter = {L"换一个系统代码页中的字符", L"take a character of the system's code page"};
+inline constexpr Word kOnlyByField = {L"只有单据字段中的用户会收到系统消息",
+                                      L"only users in bill fields get a system message"};
+inline constexpr Word kAddRecipient = {L"加入接收人", L"add a recipient"};
+inline constexpr Word kRemoveUser = {L"从名单中移去", L"take the user out of the list"};
+inline constexpr Word kChangeMask = {L"与操作的业务场景没有交集,请改变",
+                                     L"shares no scenario with its action: change it"};
+inline constexpr Word kHiddenBy = {L"在每个业务场景中都被掩码更大的消息代替",
+                                   L"a message of a greater mask is sent instead in every scenario"};
+inline constexpr Word kChangeCode = {L"改变其中一个操作代码", L"change one of the codes"};
+inline constexpr Word kSameRight = {L"权限与此操作相同:", L"has the same right as"};
+inline constexpr Word kWasRenamed = {L"字段已改名", L"the field was renamed"};
+inline constexpr Word kWriteInstead = {L"改为:", L"write instead:"};
+inline constexpr Word kIsLost = {L"已不存在", L"is no longer there"};
+
 }  // namespace words
 }  // namespace tavio::companion

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "companion/recorder/PlatformCalls.h"
+#include "foundation/packages/Fields.h"
 
 namespace tavio::companion {
 namespace {

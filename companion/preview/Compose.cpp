@@ -4,7 +4,9 @@
 #include "companion/Words.h"
 #include "companion/boxes/BoxCollector.h"
 #include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/DecimalText.h"
 
 namespace tavio::companion {
@@ -30,20 +32,13 @@ Error Unknown(const Word& what, const Text& given, const Named& known) {
   return Refused(Say(what) + L" '" + given + L"'; " + Say(words::kThereAre) + L" " + known.Text_());
 }
 
-Text TextAt(const Dictionary& record, const wchar_t* key) {
-  Text text;
-  record.GetValue(Key(TextView(key)))->AppendTo(text);
-  return text;
-}
-
 Named BillTypes() {
   Named types;
   const Dictionary menu(Component::Create(L"TavioMClass.ClassInfo").Call(L"GetClassMenu", GetPropsString()));
-  const auto count = menu ? menu.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const Dictionary item(*menu.At(i).value);
-    const auto type = TextAt(item, L"FClassTypeID");
-    if (!type.empty() && type != L"0") types.Add(type + L" " + TextAt(item, L"FName"));
+  for (const auto& entry : Entries(menu)) {
+    const auto item = entry.Record();
+    const auto type = TextAt(item, L"FClassTypeID"_key);
+    if (!type.empty() && type != L"0") types.Add(type + L" " + TextAt(item, L"FName"_key));
   }
   return types;
 }
@@ -70,8 +65,7 @@ Named OrNone(Collect&& collect) {
 
 Named Codes(const Dictionary& actions) {
   Named codes;
-  const auto count = actions ? actions.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) codes.Add(TextAt(Dictionary(*actions.At(i).value), L"FCode"));
+  for (const auto& action : Entries(actions)) codes.Add(TextAt(action.Record(), L"FCode"_key));
   return codes;
 }
 
@@ -86,11 +80,10 @@ Scenario FindScenario(const Value& given) {
   const Text text = given.ToText();
   const auto number = ReadDecimal(text);
   Named known;
-  const auto count = list ? list.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const Dictionary record(*list.At(i).value);
-    const auto mask = record.GetValue(L"FMask"_key)->ToInt32();
-    const auto name = TextAt(record, L"FName");
+  for (const auto& entry : Entries(list)) {
+    const auto record = entry.Record();
+    const auto mask = NumberAt(record, L"FMask"_key);
+    const auto name = TextAt(record, L"FName"_key);
     if (number ? mask == *number : name == text) return {mask, name};
     known.Add(std::to_wstring(mask) + L" " + name);
   }
@@ -102,8 +95,8 @@ Named ScenariosOf(const Component& actions, const Text& action) {
   Named scenarios;
   const Dictionary record(actions.Call(L"Item", action));
   const auto messages = record ? PackageAt(record, L"Messages"_key) : Dictionary();
-  const auto count = messages ? messages.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) scenarios.Add(messages.Name(i));
+  if (!messages) return scenarios;
+  for (const auto& entry : Entries(messages)) scenarios.Add(entry.KeyView());
   return scenarios;
 }
 
@@ -120,7 +113,7 @@ Dictionary MessagePackage(const Component& actions, const Text& action, const Sc
 
 Text HeadingOf(const Dictionary& classType, std::int32_t type, const Text& action, const Scenario& scenario,
                std::int32_t bill) {
-  Text name = TextAt(classType, (L"FName_" + GetPropValue(L"Language")).c_str());
+  Text name = TextAt(classType, Key(TextView(L"FName_" + GetPropValue(L"Language"))));
   if (!name.empty()) name += L" ";
   return name + std::to_wstring(type) + L", " + action + L", " + std::to_wstring(scenario.mask) +
          (scenario.name.empty() ? L"" : L" ") + scenario.name + L", " + Say(words::kBill) + L" " +

@@ -2,6 +2,7 @@
 
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/DecimalText.h"
 #include "foundation/values/Error.h"
 
@@ -73,11 +74,10 @@ const Users::User* Users::Find(std::int32_t id) const {
 
 std::vector<Listed> ListedIn(const Dictionary& list, bool typed) {
   std::vector<Listed> listed;
-  const auto count = list ? list.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto recipient = list.At(i);
-    const bool hasEntry = typed && recipient.value->HoldsObject();
-    listed.push_back(ListedAs(recipient.KeyView(), hasEntry ? Dictionary(*recipient.value) : Dictionary()));
+  if (!list) return listed;
+  for (const auto& recipient : Entries(list)) {
+    const bool hasEntry = typed && recipient.Stored().HoldsObject();
+    listed.push_back(ListedAs(recipient.KeyView(), hasEntry ? recipient.Record() : Dictionary()));
   }
   return listed;
 }

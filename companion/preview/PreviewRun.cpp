@@ -9,7 +9,9 @@
 #include "companion/preview/Variables.h"
 #include "companion/recorder/PlatformCalls.h"
 #include "foundation/environment/SharedProperties.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
+#include "foundation/packages/Walk.h"
 
 namespace tavio::companion {
 namespace {
@@ -76,12 +78,6 @@ class DryRun {
   BoxCollector boxes_;
 };
 
-Text TextAt(const Dictionary& record, const Key& key) {
-  Text text;
-  record.GetValue(key)->AppendTo(text);
-  return text;
-}
-
 std::int32_t NumberIn(const Value& held) {
   try {
     return held.IsText() && held.EqualsText(L"") ? 0 : held.OrEmpty().ToInt32();
@@ -115,10 +111,9 @@ Fields FieldsOf(const Component& message, const Dictionary& bill) {
   Fields fields;
   const Dictionary names(message.Call(L"GetVariableUser"));
   const auto page = bill ? PackageAt(bill, L"Page1"_key) : Dictionary();
-  const auto count = names ? names.Count() : 0;
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto field = names.At(i);
-    auto caption = TextAt(Dictionary(*field.value), L"FCaption"_key);
+  if (!names) return fields;
+  for (const auto& field : Entries(names)) {
+    auto caption = TextAt(field.Record(), L"FCaption"_key);
     fields.captions.push_back(caption);
     const auto user = page ? UserIn(*page.GetValue(field.BorrowKey())) : 0;
     if (user) fields.users.push_back({std::move(caption), user});

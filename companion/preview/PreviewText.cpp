@@ -1,6 +1,7 @@
 #include <algorithm>
 #include <map>
 
+#include "companion/TextTable.h"
 #include "companion/preview/Result.h"
 
 namespace tavio::companion {
@@ -55,33 +56,6 @@ Json ToJson(const Variable& variable) {
           {"FIsUsed", variable.isUsed}};
 }
 
-// Characters of East Asia take two columns of a console.
-std::size_t ColumnsOf(TextView text) noexcept {
-  return text.size() + static_cast<std::size_t>(std::count_if(text.begin(), text.end(), [](Char unit) {
-           return (unit >= 0x1100 && unit <= 0x115F) || (unit >= 0x2E80 && unit <= 0xA4CF) ||
-                  (unit >= 0xAC00 && unit <= 0xD7A3) || (unit >= 0xF900 && unit <= 0xFAFF) ||
-                  (unit >= 0xFE30 && unit <= 0xFE6F) || (unit >= 0xFF00 && unit <= 0xFF60);
-         }));
-}
-
-using Cells = std::vector<Text>;
-
-Text Table(const std::vector<Cells>& rows) {
-  std::vector<std::size_t> widths;
-  for (const auto& cells : rows) {
-    widths.resize(std::max(widths.size(), cells.size()));
-    for (std::size_t i = 0; i < cells.size(); ++i) widths[i] = std::max(widths[i], ColumnsOf(cells[i]));
-  }
-  Text table;
-  for (const auto& cells : rows) {
-    for (std::size_t i = 0; i < cells.size(); ++i) {
-      const bool last = i + 1 == cells.size();
-      table += cells[i] + (last ? Text(L"\n") : Text(widths[i] - ColumnsOf(cells[i]) + 2, L' '));
-    }
-  }
-  return table;
-}
-
 Text PeopleTable(const Result& result) {
   Cells head{Say(words::kPerson)};
   for (const auto& channel : result.channels) head.push_back(Say(NameOf(channel.kind)));
@@ -98,7 +72,7 @@ Text PeopleTable(const Result& result) {
   Cells sums{Text()};
   for (const auto& channel : result.channels) sums.push_back(Summary(channel));
   rows.push_back(std::move(sums));
-  return Table(rows);
+  return TextTable(rows);
 }
 
 Text VariableTable(const Result& result) {
@@ -107,7 +81,7 @@ Text VariableTable(const Result& result) {
     if (!variable.isUsed) continue;
     rows.push_back({L"  [" + variable.name + L"]", variable.caption, variable.value, OriginOf(variable)});
   }
-  return Table(rows);
+  return TextTable(rows);
 }
 
 Text Line(const Word& name, const Text& text) { return Say(name) + L": " + text + L"\n"; }

@@ -47,7 +47,7 @@ class Copier {
       Walk(copy, depth, record.Count(), [&](std::int32_t i, Snapshot::Entry& entry) {
         const auto stored = record.At(i);
         entry.key = stored.KeyView();
-        Copy(stored.value->Raw(), entry.value, depth + 1);
+        Copy(stored.Stored().Raw(), entry.value, depth + 1);
       });
     } else if (copy.kind == Snapshot::Kind::kList) {
       const Vector list(object);

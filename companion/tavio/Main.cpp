@@ -60,7 +60,8 @@ int Main(int count, wchar_t** arguments) try {
   app.fallthrough();
   app.add_flag("--json", run.json, "Print JSON instead of a table");
   app.parse_complete_callback([&] { session.Unattended(); });
-  AddPreviewVerb(app, run);
+  AddMessageVerbs(app, run);
+  AddListingVerbs(app, run);
   return Parse(app, Utf8Arguments(count, arguments), run);
 } catch (const Error& error) {
   return CouldNot(error.Description());

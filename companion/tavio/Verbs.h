@@ -12,7 +12,8 @@ struct Run {
   int exitCode = kFine;
 };
 
-// Each adds one verb with its options to the program.
-void AddPreviewVerb(CLI::App& app, Run& run);
+// Each adds verbs with their options to the program.
+void AddMessageVerbs(CLI::App& app, Run& run);  // preview, send
+void AddListingVerbs(CLI::App& app, Run& run);  // actions, scenarios, inbox, outbox
 
 }  // namespace tavio

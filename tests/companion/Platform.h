@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "foundation/packages/Component.h"
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
 #include "tests/support/Packages.h"
 

@@ -185,7 +185,7 @@ TEST(PreviewTest, ShowsWhatTheGatewaysThenGetAndSendsNothingItself) {
   const auto request = [&](const wchar_t* channel) { return ChannelOf(result, channel).Get(L"Request"_key)->Copy(); };
   std::string system;
   const Dictionary arguments(request(L"system"));
-  for (std::int32_t i = 1; i <= arguments.Count(); ++i) system += (i > 1 ? ", " : "") + Show(*arguments.At(i).value);
+  for (std::int32_t i = 1; i <= arguments.Count(); ++i) system += (i > 1 ? ", " : "") + Show(arguments.At(i).Stored());
   EXPECT_EQ("[" + system + "]\n", Reached(recorder, L"TavioAppCommand.Command"));
   EXPECT_EQ(WithoutPath("[" + Show(request(L"mail")) + "]\n"),
             WithoutPath(Reached(recorder, L"MorlaMobileOpen.MorlaSendMail")));
