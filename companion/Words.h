@@ -87,6 +87,7 @@ inline constexpr Word kHasNoMessage = {L"操作在此业务场景中没有消息
 inline constexpr Word kThereAre = {L"现有:", L"there are:"};
 inline constexpr Word kBill = {L"单据", L"bill"};
 
+inline constexpr Word kNothingChecked = {L"尚未检查", L"Nothing was checked yet"};
 inline constexpr Word kNoFindings = {L"没有发现问题", L"No findings"};
 inline constexpr Word kPerhapsMeant = {L"也许应为", L"perhaps meant:"};
 inline constexpr Word kKnownAddsIt = {L"改名,或者告知它由宿主程序加入", L"rename it, or say that a host adds it"};
@@ -108,6 +109,12 @@ inline constexpr Word kSameRight = {L"权限与此操作相同:", L"has the same
 inline constexpr Word kWasRenamed = {L"字段已改名", L"the field was renamed"};
 inline constexpr Word kWriteInstead = {L"改为:", L"write instead:"};
 inline constexpr Word kIsLost = {L"已不存在", L"is no longer there"};
+
+inline constexpr Word kNoExport = {L"不是导出文件", L"this is no export"};
+inline constexpr Word kOtherVersion = {L"导出文件的版本不同", L"the export is of another version"};
+inline constexpr Word kOtherType = {L"导出文件属于另一业务对象:", L"the export is of another bill type:"};
+inline constexpr Word kNotSaved = {L"未能保存", L"it was not saved"};
+inline constexpr Word kNothingToChange = {L"没有变化", L"nothing to change"};
 
 }  // namespace words
 }  // namespace tavio::companion

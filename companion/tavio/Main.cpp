@@ -48,8 +48,8 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Run& run) try
   return kFine;
 } catch (const CLI::ParseError& error) {
   return CouldNot(FromUtf8(error.what()));
-} catch (const Error& error) {
-  return CouldNot(error.Description());
+} catch (...) {
+  return CouldNot(Translate().Description());
 }
 
 int Main(int count, wchar_t** arguments) try {
@@ -62,9 +62,10 @@ int Main(int count, wchar_t** arguments) try {
   app.parse_complete_callback([&] { session.Unattended(); });
   AddMessageVerbs(app, run);
   AddListingVerbs(app, run);
+  AddDesignVerbs(app, run);
   return Parse(app, Utf8Arguments(count, arguments), run);
-} catch (const Error& error) {
-  return CouldNot(error.Description());
+} catch (...) {
+  return CouldNot(Translate().Description());
 }
 
 }  // namespace

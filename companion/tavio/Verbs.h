@@ -16,4 +16,6 @@ struct Run {
 void AddMessageVerbs(CLI::App& app, Run& run);  // preview, send
 void AddListingVerbs(CLI::App& app, Run& run);  // actions, scenarios, inbox, outbox
 
+void AddDesignVerbs(CLI::App& app, Run& run);  // check, export, import
+
 }  // namespace tavio
