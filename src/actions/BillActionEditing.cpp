@@ -52,7 +52,7 @@ Text CodeText(const Dictionary& action, const Key& key) { return action.GetValue
 bool BillActions::Accept(const Dictionary& action) const {
   const auto fault = CheckActionCode(CodeText(action, L"FCode"_key));
   if (fault == ActionCodeFault::kNone) return true;
-  ShowMessage(LoadResText(TextOf(fault)), kWarning, kTitle);
+  Warn(TextOf(fault));
   return false;
 }
 

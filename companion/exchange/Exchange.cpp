@@ -1,0 +1,201 @@
+#include "companion/exchange/Exchange.h"
+
+#include <algorithm>
+
+#include "companion/Members.h"
+#include "companion/Words.h"
+#include "companion/boxes/BoxCollector.h"
+#include "companion/preview/Compose.h"
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
+
+namespace tavio::companion {
+namespace {
+
+constexpr char kFormat[] = "tavio-export";
+constexpr int kVersion = 1;
+constexpr int kIndent = 2;
+
+// What belongs to one database, wherever it stands in an action.
+constexpr const char* kLocal[] = {"FID",        "FVersion",      "FStatus",         "FMessageID",  "FRightControl",
+                                  "FRightMask", "FRightUseMask", "FRightGroupMask", "FObjectType", "FObjectID"};
+
+void Strip(Json& json) {
+  if (json.is_object()) {
+    for (const auto* name : kLocal) json.erase(name);
+  }
+  if (json.is_structured()) {
+    for (auto& part : json) Strip(part);
+  }
+}
+
+Json ActionsOf(const Dictionary& actions) {
+  Json exported = Json::object();
+  for (const auto& entry : Entries(actions)) {
+    const auto action = entry.Record();
+    exported[Utf8(TextAt(action, L"FCode"_key))] = ToTypedJson(action);
+  }
+  Strip(exported);
+  return exported;
+}
+
+Text PlaceOf(const std::string& file, std::size_t position) {
+  position = std::min(position, file.size());
+  const auto line = std::count(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(position), '\n') + 1;
+  const auto start = position == 0 ? std::string::npos : file.rfind('\n', position - 1);
+  const auto column = start == std::string::npos ? position + 1 : position - start;
+  return std::to_wstring(line) + L":" + std::to_wstring(column) + L": ";
+}
+
+// Where a member of the file stands; its beginning if it is not there.
+Text PlaceOf(const std::string& file, const char* member) {
+  std::string quoted = member;
+  quoted.insert(quoted.begin(), '"');
+  quoted.push_back('"');
+  const auto found = file.find(quoted);
+  return PlaceOf(file, found == std::string::npos ? 0 : found);
+}
+
+[[noreturn]] void Refuse(const Text& place, const Word& why, const Text& detail = {}) {
+  Text words = place + Say(why);
+  if (!detail.empty()) words += L" " + detail;
+  throw Refused(words);
+}
+
+bool IsRecords(const Json& json) {
+  return json.is_object() && std::all_of(json.begin(), json.end(), [](const Json& part) { return part.is_object(); });
+}
+
+// Whether an action of a file has messages only where messages belong.
+bool IsAction(const Json& action) {
+  const auto messages = action.value("Messages", Json::object());
+  if (messages.is_object() && messages.contains("$object")) return true;  // it has none
+  return IsRecords(messages) && std::all_of(messages.begin(), messages.end(), [](const Json& entry) {
+           return entry.value("Message", Json::object()).is_object();
+         });
+}
+
+// The fields of the file in place of those in the record.
+void Replace(const Dictionary& record, const Json& fields) {
+  for (const auto& [key, value] : fields.items()) record.Set(Key(TextView(FromUtf8(key))), FromTypedJson(value));
+}
+
+// Recipients name the message that they belong to by its number.
+void NumberRecipients(const Dictionary& message) {
+  for (const auto* list : {L"MessageUsers", L"EmailUsers", L"SMSUsers"}) {
+    const auto recipients = PackageAt(message, Key(TextView(list)));
+    if (!recipients) continue;
+    for (const auto& entry : Entries(recipients)) {
+      if (entry.Stored().HoldsObject()) entry.Record().Set(L"FMessageID"_key, *message.Get(L"FID"_key));
+    }
+  }
+}
+
+Dictionary CopyOf(const Dictionary& record) { return record ? record.Clone() : Dictionary::New(); }
+
+// A message entry of the file over the stored one, of which it is a copy.
+Dictionary MergedMessage(const Dictionary& stored, const Json& entry) {
+  const auto merged = CopyOf(stored);
+  const auto message = CopyOf(PackageAt(merged, L"Message"_key));
+  if (!message.Lookup(L"FID"_key)) message.Set(L"FID"_key, Value(std::int16_t{0}));
+  for (const auto& [key, value] : entry.items()) {
+    if (key != "Message") merged.Set(Key(TextView(FromUtf8(key))), FromTypedJson(value));
+  }
+  if (entry.contains("Message")) Replace(message, entry["Message"]);
+  NumberRecipients(message);
+  merged.Set(L"Message"_key, message);
+  return merged;
+}
+
+Dictionary MergedMessages(const Dictionary& stored, const Json& messages) {
+  const auto merged = CopyOf(stored);
+  for (const auto& [mask, entry] : messages.items()) {
+    const Key key{TextView(FromUtf8(mask))};
+    merged.Set(key, MergedMessage(PackageAt(merged, key), entry));
+  }
+  return merged;
+}
+
+}  // namespace
+
+Json ExportOf(std::int32_t type) {
+  const Templates templates;
+  return {{"format", kFormat},
+          {"version", kVersion},
+          {"classTypeId", type},
+          {"template", ToTypedJson(templates.ClassType(type))},
+          {"fields", ToTypedJson(templates.TableInfo(type))},
+          {"actions", ActionsOf(Dictionary(LoadedActions(type).Call(L"GetBillActions")))}};
+}
+
+// Other than the packages, a file has its members in the order of the alphabet.
+Text ToFile(const Json& exported) { return FromUtf8(nlohmann::json(exported).dump(kIndent) + "\n"); }
+
+Json ReadExport(const std::string& file, std::int32_t type) {
+  Json exported;
+  try {
+    exported = Json::parse(file);
+  } catch (const Json::parse_error& error) {
+    Refuse(PlaceOf(file, error.byte == 0 ? 0 : error.byte - 1), words::kNoExport);
+  }
+  const bool ours = exported.is_object() && exported.value("format", Json()) == kFormat;
+  if (!ours) Refuse(PlaceOf(file, "format"), words::kNoExport);
+  if (exported.value("version", Json()) != kVersion) Refuse(PlaceOf(file, "version"), words::kOtherVersion);
+  const auto given = exported.value("classTypeId", Json());
+  if (!given.is_number_integer() || (type != 0 && given != type)) {
+    Refuse(PlaceOf(file, "classTypeId"), words::kOtherType, FromUtf8(given.dump()));
+  }
+  for (const auto* member : {"fields", "actions"}) {
+    if (!exported.contains(member) || !IsRecords(exported[member])) Refuse(PlaceOf(file, member), words::kNoExport);
+  }
+  for (const auto& [code, action] : exported["actions"].items()) {
+    if (!IsAction(action)) Refuse(PlaceOf(file, code.c_str()), words::kNoExport);
+  }
+  return exported;
+}
+
+Subject SubjectOf(const Json& exported) {
+  Subject subject;
+  subject.fields = FieldsFrom(Dictionary(FromTypedJson(exported["fields"])));
+  subject.actions = ActionsFrom(Dictionary(FromTypedJson(exported["actions"])));
+  subject.scenarios = CatalogueScenarios();
+  return subject;
+}
+
+Import::Import(std::int32_t type, const Json& exported) : actions_(Component(nullptr)) {
+  const Templates templates;
+  const auto classType = templates.ClassType(type);
+  actions_ = LoadedActions(type);
+  actions_.Assign(L"ClassType", classType.AsValue());
+  const nlohmann::json before = ActionsOf(Stored());
+  const BoxCollector boxes(actions_.Object().Get());
+  for (const auto& [code, action] : exported["actions"].items()) Merge(FromUtf8(code), action);
+  if (!boxes.boxes.empty()) throw Refused(boxes.boxes.front().text);
+  for (const auto& step : nlohmann::json::diff(before, ActionsOf(Stored()))) {
+    changes_.push_back({{"FOperation", step["op"]}, {"FPath", step["path"]}, {"FValue", step.value("value", Json())}});
+  }
+}
+
+Dictionary Import::Stored() const { return Dictionary(actions_.Call(L"GetBillActions")); }
+
+void Import::Merge(const Text& code, const Json& action) {
+  const Dictionary stored(actions_.Call(L"Item", code));
+  const auto merged = stored ? stored : Dictionary::New();
+  const auto messages = PackageAt(merged, L"Messages"_key);
+  Json fields = action;
+  fields.erase("Messages");
+  Replace(merged, fields);
+  merged.Set(L"FCode"_key, Value(TextView(code)));
+  const bool hasMessages = action.contains("Messages") && IsRecords(action["Messages"]);
+  if (hasMessages) merged.Set(L"Messages"_key, MergedMessages(messages, action["Messages"]));
+  if (stored && ToTypedJson(merged) == ToTypedJson(Dictionary(actions_.Call(L"Item", code)))) return;
+  actions_.Call(L"Update", merged);
+}
+
+void Import::Save() {
+  const BoxCollector boxes(actions_.Object().Get());
+  if (actions_.Call(L"Save").ToBool()) return;
+  throw Refused(boxes.boxes.empty() ? Say(words::kNotSaved) : boxes.boxes.front().text);
+}
+
+}  // namespace tavio::companion

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "companion/preview/Result.h"
+#include "foundation/packages/Component.h"
+
+namespace tavio::companion {
+
+// What a preview may know beyond the message object itself; unset where it does not.
+struct Context {
+  Dictionary bill;
+  Dictionary tableInfo;
+  ComPtr<IDispatch> dataService;
+  Text heading;
+};
+
+// Lets the message object's own sending operations run while a recorder keeps everything from the platform that would
+// send, print or store. The object is as it was afterwards. Raises Error where the recorder cannot stand before all of
+// that, and where one runs already.
+Result PreviewOf(const Component& message, const Context& context);
+
+}  // namespace tavio::companion

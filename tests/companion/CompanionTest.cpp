@@ -1,0 +1,229 @@
+#include <functional>
+
+#include "com/server/LateBound.h"
+#include "tests/companion/Platform.h"
+
+namespace tavio::test {
+namespace {
+
+Component Recorder() { return Component::Create(L"TavioCompanion.Recorder"); }
+Component Boxes() { return Component::Create(L"TavioCompanion.Boxes"); }
+
+Component Gateway() { return Component::Create(L"MorlaMobileOpen.MorlaSendMail"); }
+Component MailMessage() {
+  const auto message = HostMessage();
+  PackageOf(message).Set(L"EmailUsers"_key, Users({16395}));
+  return message;
+}
+
+std::string TextsOf(const Component& boxes) {
+  std::string texts;
+  const Vector shown(boxes.Read(L"Shown"));
+  for (std::int32_t i = 1; i <= shown.Count(); ++i) {
+    const auto box = shown.Record(i);
+    texts += Utf8(box.Get(L"FText"_key)->ToText()) + "=" + Show(*box.Get(L"FAnswer"_key)) + ";";
+  }
+  return texts;
+}
+
+struct FaultRow {
+  const char* name;
+  const wchar_t* member;
+  const wchar_t* fault;
+  const wchar_t* detail;  // null for the usual
+  bool sent;
+  const char* boxes;
+};
+
+// A gateway that cannot be made leaves the mail to SMTP, for which no server is set: silence.
+constexpr FaultRow kFaultRows[] = {
+    {"not created", L"", L"not created", nullptr, false, ""},
+    {"missing", L"MorlaSendMail", L"missing", nullptr, false, ""},
+    {"raises", L"MorlaSendMail", L"raises", L"断开", false, ""},
+    {"nothing", L"MorlaSendMail", L"nothing", nullptr, true, ""},
+    {"wrong type", L"MorlaSendMail", L"wrong type", nullptr, false, "发送邮件失败,请检查邮箱是否配置正确！=1;"},
+    {"late", L"MorlaSendMail", L"late", L"1", true, ""},
+};
+
+TEST(RecorderTest, BreaksTheCallThatItIsToldToAndNoOther) {
+  const auto message = MailMessage();
+  const auto send = [&] { return message.Call(L"SendEmail", Value(ComPtr<IDispatch>())).ToBool(); };
+  for (const auto& row : kFaultRows) {
+    const auto recorder = Recorder(), boxes = Boxes();
+    recorder.Call(L"Break", L"MorlaMobileOpen.MorlaSendMail", row.member, std::int32_t{2}, row.fault,
+                  row.detail ? Value(row.detail) : Value::Missing());
+    recorder.Call(L"Trace");
+    boxes.Call(L"Start");
+    EXPECT_TRUE(send()) << row.name;
+    EXPECT_EQ(send(), row.sent) << row.name;
+    EXPECT_TRUE(send()) << row.name;
+    EXPECT_EQ(TextsOf(boxes), row.boxes) << row.name;
+  }
+  EXPECT_TRUE(send());
+  EXPECT_EQ(Raised([] { Recorder().Call(L"Break", L"X", L"", std::int32_t{1}, L"foo", Value::Missing()); }),
+            "Unknown fault 'foo'; there are: not created, missing, raises, nothing, wrong type, late");
+}
+
+// Whether the component is the platform's own again.
+bool IsStoodBefore() {
+  const IID recorded = {0x8c1f5e20, 0x7b3a, 0x4d69, {0xa2, 0xc4, 0x1e, 0x9b, 0x60, 0xd7, 0xf3, 0xa1}};
+  ComPtr<IUnknown> own;
+  return SUCCEEDED(Gateway().Object()->QueryInterface(recorded, reinterpret_cast<void**>(own.GetAddressOf())));
+}
+
+struct EndRow {
+  const char* name;
+  std::function<void()> end;
+};
+
+TEST(RecorderTest, TakesEverythingBackHoweverItEnds) {
+  Component recorder{nullptr};
+  const EndRow rows[] = {
+      {"stopped", [&] { recorder.Call(L"Stop"); }},
+      {"let go", [&] { recorder = Component(nullptr); }},
+      {"started twice",
+       [&] {
+         EXPECT_EQ(Raised([] { Recorder().Call(L"Trace"); }), "A recorder is running already; stop it first");
+         EXPECT_TRUE(IsStoodBefore());
+         recorder.Call(L"Stop");
+       }},
+      {"let go by a component that it called",
+       [&] {
+         // The package is a host's own object: the gateway asks it for its fields, and it lets the recorder go.
+         class Faithless : public com::LateBound {
+          public:
+           explicit Faithless(Component& held) {
+             Add(L"Lookup", [](com::Arguments&) { return Value(true); });
+             Add(L"GetValue", [&held](com::Arguments&) {
+               held = Component(nullptr);
+               return Value(L"x");
+             });
+           }
+         };
+         ComPtr<IDispatch> package;
+         *package.GetAddressOf() = new Faithless(recorder);
+         EXPECT_NE(Gateway().Call(L"MorlaSendMail", Value(package)).ToText(), L"");
+       }},
+  };
+  for (const auto& row : rows) {
+    recorder = Recorder();
+    recorder.Call(L"Trace");
+    const auto kept = Gateway();
+    EXPECT_TRUE(IsStoodBefore()) << row.name;
+    row.end();
+    EXPECT_FALSE(IsStoodBefore()) << row.name;
+    EXPECT_NE(kept.Call(L"MorlaSendMail", Dictionary::New()).ToText(), L"") << row.name;
+  }
+}
+
+struct WildRow {
+  const char* name;
+  HRESULT (*call)(IDispatch* object, DISPID member);
+  bool refused = false;  // by the recorder itself
+};
+
+HRESULT Invoke(IDispatch* object, DISPID member, WORD flags, DISPPARAMS* parameters, VARIANT* result) {
+  EXCEPINFO info = {};
+  UINT wrong = 0;
+  const HRESULT outcome = object->Invoke(member, IID_NULL, 0, flags, parameters, result, &info, &wrong);
+  for (BSTR text : {info.bstrSource, info.bstrDescription, info.bstrHelpFile}) SysFreeString(text);
+  return outcome;
+}
+
+constexpr WildRow kWildRows[] = {
+    {"no parameters", [](IDispatch* o, DISPID m) { return Invoke(o, m, DISPATCH_METHOD, nullptr, nullptr); }, true},
+    {"an unknown member",
+     [](IDispatch* o, DISPID) {
+       DISPPARAMS none = {};
+       return Invoke(o, 4711, DISPATCH_METHOD, &none, nullptr);
+     }},
+    {"too few arguments",
+     [](IDispatch* o, DISPID m) {
+       DISPPARAMS none = {};
+       return Invoke(o, m, DISPATCH_METHOD, &none, nullptr);
+     }},
+    {"an assignment to a method",
+     [](IDispatch* o, DISPID m) {
+       VARIANT number = {};
+       number.vt = VT_I4;
+       DISPID put = DISPID_PROPERTYPUT;
+       DISPPARAMS one = {&number, &put, 1, 1};
+       return Invoke(o, m, DISPATCH_PROPERTYPUT, &one, nullptr);
+     }},
+    {"a reference to an unset object",
+     [](IDispatch* o, DISPID m) {
+       IDispatch* nothing = nullptr;
+       VARIANT argument = {};
+       argument.vt = VT_BYREF | VT_DISPATCH;
+       argument.ppdispVal = &nothing;
+       DISPPARAMS one = {&argument, nullptr, 1, 0};
+       VARIANT result = {};
+       const HRESULT outcome = Invoke(o, m, DISPATCH_METHOD, &one, &result);
+       VariantClear(&result);
+       return outcome;
+     }},
+    {"no names",
+     [](IDispatch* o, DISPID) {
+       LPOLESTR name = const_cast<LPOLESTR>(L"Nonsense");
+       DISPID id = 0;
+       return o->GetIDsOfNames(IID_NULL, &name, 1, 0, &id);
+     }},
+};
+
+// Whatever a caller does to a component, it fails or succeeds as it does without the recorder.
+TEST(RecorderTest, AnswersWildCallsAsTheComponentDoes) {
+  for (const auto& row : kWildRows) {
+    LPOLESTR name = const_cast<LPOLESTR>(L"MorlaSendMail");
+    DISPID member = 0;
+    const auto plain = Gateway().Object();
+    plain->GetIDsOfNames(IID_NULL, &name, 1, 0, &member);
+    const HRESULT expected = row.refused ? E_POINTER : row.call(plain.Get(), member);
+    const auto recorder = Recorder();
+    recorder.Call(L"Trace");
+    const auto recorded = Gateway().Object();
+    recorded->GetIDsOfNames(IID_NULL, &name, 1, 0, &member);
+    EXPECT_EQ(row.call(recorded.Get(), member), expected) << row.name;
+  }
+}
+
+TEST(RecorderTest, MasksSecretsWhereverTheyTravel) {
+  Execute(L"update t_Setting set FValue = '1' where FName = 'LogEnabled'");
+  const auto recorder = Recorder();
+  recorder.Call(L"DryRun");
+  const auto mail = Component::Create(L"Jmail.Message");
+  mail.Assign(L"MailServerPassWord", Value(L"geheim-17"));
+  mail.Call(L"AddRecipient", L"geheim-17@example.com");
+  const auto props = Component::Create(L"TavioSharedProps.PropStore").Call(L"GetProperty", 0, L"PropsString").ToText();
+  Component::Create(L"TavioMClass.ClassInfo").Call(L"GetData", props, L"select 'Pwd=abcde;' from t_User");
+  recorder.Call(L"Stop");
+  const auto json = Utf8(recorder.Read(L"Json").ToText()) + Utf8(recorder.Read(L"Text").ToText());
+  EXPECT_NE(json.find("***@example.com"), std::string::npos);
+  EXPECT_NE(json.find("ConnectString={***}"), std::string::npos);
+  EXPECT_EQ(json.find("geheim"), std::string::npos);
+}
+
+TEST(BoxesTest, AnswerTheDialogAndTheQuestionsByRules) {
+  const auto message = HostMessage();
+  PackageOf(message).Set(L"MessageUsers"_key, Users({16395}));
+  message.Assign(L"MustSelectMsgUser", Value(true));
+  message.Assign(L"Data", Dictionary::New().AsValue());
+  const auto actions = Component::Create(L"TavioClassBillAction.BillActions");
+  actions.Assign(L"ClassTypeID", Value(std::int32_t{1005}));
+  actions.Call(L"Initialize");
+  const auto boxes = Boxes();
+  boxes.Call(L"Start");
+  EXPECT_FALSE(message.Call(L"SendMessage").ToBool());
+  boxes.Assign(L"DialogSends", Value(true));
+  EXPECT_TRUE(message.Call(L"SendMessage").ToBool());
+  actions.Call(L"RemoveAll");
+  const Dictionary save(actions.Call(L"Item", L"Save"));
+  EXPECT_EQ(Show(*save.Get(L"FStatus"_key)), "0");
+  boxes.Call(L"AnswerWith", L"删除全部操作", std::int32_t{IDYES});
+  actions.Call(L"RemoveAll");
+  EXPECT_EQ(Show(*Dictionary(actions.Call(L"Item", L"Save")).Get(L"FStatus"_key)), "4");
+  const std::string question = "如果删除全部操作，系统会重新加载预定义操作给单据，仍然确定要删除吗?";
+  EXPECT_EQ(TextsOf(boxes), "李娜=2;李娜=1;" + question + "=7;" + question + "=6;");
+}
+
+}  // namespace
+}  // namespace tavio::test

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "foundation/packages/Component.h"
+#include "foundation/packages/Fields.h"
+#include "foundation/packages/Walk.h"
+#include "foundation/values/Error.h"
+#include "tests/support/Packages.h"
+
+namespace tavio::test {
+
+// The development platform as hosts reach it, and what tests change in it.
+
+// The rows of a query as text, one row after the other: "16394 张伟; 16395 李娜".
+std::string RowsOf(const Text& sql);
+// Runs a statement that answers no rows.
+void Execute(const Text& sql);
+
+// A message object with template, bill 5001 and a new message package; a host's own.
+Component HostMessage();
+Dictionary PackageOf(const Component& message);
+
+// A list of recipients by user ID.
+Dictionary Users(std::initializer_list<int> ids);
+
+// What `body` raises, or "" where it raises nothing.
+std::string Raised(const std::function<void()>& body);
+
+}  // namespace tavio::test

@@ -1,0 +1,268 @@
+#include <filesystem>
+#include <fstream>
+
+#include "tests/companion/Platform.h"
+
+namespace tavio::test {
+namespace {
+
+constexpr const wchar_t* kChannels[] = {L"system", L"mail", L"short", L"approval"};
+
+Component Preview() { return Component::Create(L"TavioCompanion.Preview"); }
+
+Dictionary ChannelOf(const Dictionary& result, const wchar_t* name) {
+  return PackageAt(PackageAt(result, L"Channels"_key), Key(TextView(name)));
+}
+
+// A person's reason on a channel, with what it names; "" where he is not one of the channel's people.
+std::string ReasonOf(const Dictionary& channel, std::int32_t user) {
+  const Vector people(*channel.Get(L"People"_key));
+  for (std::int32_t i = 1; i <= people.Count(); ++i) {
+    const auto person = people.Record(i);
+    if (person.Get(L"FUserID"_key)->ToInt32() != user) continue;
+    auto reason = Utf8(person.Get(L"FReason"_key)->ToText());
+    for (const auto* list : {L"Fields", L"Within"}) {
+      const Vector named(*person.Get(Key(TextView(list))));
+      for (std::int32_t k = 1; k <= named.Count(); ++k) reason += " " + Utf8(named.Item(k)->ToText());
+    }
+    if (person.Get(L"FIsUnknown"_key)->ToBool()) reason += " (unknown)";
+    if (person.Get(L"FIsForbidden"_key)->ToBool()) reason += " (forbidden)";
+    if (!person.Get(L"FWasAnswered"_key)->ToBool()) reason += " (unanswered)";
+    return reason;
+  }
+  return {};
+}
+
+// The people of the table of reasons. Bill 5001 names 16396 and 16394 in fields.
+class Staff {
+ public:
+  Staff() {
+    Employ(7001, L"na@example.com", L"3800000002", 0, 1);        // within 李娜's
+    Employ(7002, L"COM;wangfang@example.com", L"02,138", 0, 1);  // across two entries
+    Employ(7003, L"", L"", 0, 1);
+    Employ(7004, L"same@example.com", L"13800000002", 0, 1);  // the very number of 李娜
+    Employ(7005, L"quiet@example.com", L"13900007005", 0, 0);
+  }
+  ~Staff() {
+    for (const auto* table : {L"t_User where FUserID", L"t_Emp where FItemID", L"t_UserNeedSend where FUserID"}) {
+      Execute(L"delete from " + Text(table) + L" between 7001 and 7005");
+    }
+  }
+
+ private:
+  static void Employ(int id, const Text& mail, const Text& number, int forbidden, int told) {
+    const auto n = std::to_wstring(id), f = std::to_wstring(forbidden);
+    Execute(L"insert into t_Emp (FItemID, FNumber, FName, FMobilePhone, FEmail) values (" + n + L", 'E" + n + L"', 'N" +
+            n + L"', '" + number + L"', '" + mail + L"')");
+    Execute(L"insert into t_User (FUserID, FName, FEmpID, FForbidden) values (" + n + L", 'N" + n + L"', " + n + L", " +
+            f + L")");
+    Execute(L"insert into t_UserNeedSend (FUserID, FKind, FIsNeedSend) values (" + n + L", 3, " +
+            std::to_wstring(told) + L")");
+  }
+};
+
+Component ReasonsMessage() {
+  const auto message = HostMessage();
+  const auto package = PackageOf(message);
+  package.Set(
+      L"FTitle"_key,
+      Value(L"标题 [FBillNo] "
+            L"这个标题比五十个字符长得多这个标题比五十个字符长得多这个标题比五十个字符长得多这个标题比五十个字符"));
+  package.Set(L"FMessage"_key, Value(L"[FBillNo] [FHost] [FGroup] [FCheckState] [FNone] \u20bf [open"));
+  package.Set(L"FAccessoryForEmail"_key, Value(true));
+  for (const auto* list : {L"MessageUsers", L"EmailUsers", L"SMSUsers"}) {
+    package.Set(Key(TextView(list)), Users({16395, 16397, 16398, 16400, 16396, 7001, 7002, 7003, 7004, 7005}));
+  }
+  PackageAt(package, L"MessageUsers"_key).Remove(L"16396"_key);  // a bill field brings this one in
+  message.Call(L"AddVariable", Record({{L"FName", L"FHost"}, {L"FCaption", L"宿主"}, {L"FValue", L"h"}}));
+  message.Call(L"AddVariable", Record({{L"FName", L"FGroup"}, {L"FCaption", L"组"}}));
+  PackageAt(Dictionary(message.Call(L"GetVariableList")), L"FGroup"_key).Remove(L"FValue"_key);
+  message.Assign(L"GroupInfo", Record({{L"FGroup", L"g"}}).AsValue());
+  message.Assign(L"ExcludeUser", List({16397}).AsValue());
+  message.Assign(L"MustSelectMsgUser", Value(true));
+  return message;
+}
+
+struct ReasonRow {
+  const char* name;
+  std::int32_t user;
+  const char* reasons[4];  // in the order of kChannels
+};
+
+constexpr ReasonRow kReasonRows[] = {
+    {"gets everything", 16395, {"gets it", "gets it", "gets it", "gets it"}},
+    {"excluded", 16397, {"excluded", "excluded", "excluded", "excluded"}},
+    {"by a bill field", 16396, {"gets it 负责人", "gets it", "gets it", ""}},
+    {"by a hidden bill field", 16394, {"gets it 制单人", "", "", ""}},
+    {"unknown", 16400, {"gets it (unknown)", "unknown (unknown)", "unknown (unknown)", "not told"}},
+    {"forbidden",
+     16398,
+     {"gets it (forbidden)", "forbidden (forbidden)", "forbidden (forbidden)", "forbidden (forbidden)"}},
+    {"no address", 7003, {"gets it", "no address", "no address", "no address"}},
+    {"within another", 7001, {"gets it", "dropped lina@example.com", "dropped 13800000002", "gets it"}},
+    {"across entries",
+     7002,
+     {"gets it", "dropped lina@example.com wangfang@example.com", "dropped 13800000002 13800000003", "gets it"}},
+    {"same number", 7004, {"gets it", "gets it", "dropped 13800000002", "dropped 16395"}},
+    {"not told", 7005, {"gets it", "gets it", "gets it", "not told"}},
+};
+
+TEST(PreviewTest, TellsWhyEachPersonGetsItOrNot) {
+  const Staff staff;
+  const auto preview = Preview();
+  const Dictionary result(preview.Call(L"OfMessage", Value(ReasonsMessage().Object())));
+  for (const auto& row : kReasonRows) {
+    for (std::size_t i = 0; i < std::size(kChannels); ++i) {
+      EXPECT_EQ(ReasonOf(ChannelOf(result, kChannels[i]), row.user), row.reasons[i])
+          << row.name << ", " << Utf8(kChannels[i]);
+    }
+  }
+}
+
+TEST(PreviewTest, TellsWhereValuesComeFromAndWhatIsLost) {
+  const Dictionary result(Preview().Call(L"OfMessage", Value(ReasonsMessage().Object())));
+  std::string origins;
+  const Vector variables(*result.Get(L"Variables"_key));
+  for (std::int32_t i = 1; i <= variables.Count(); ++i) {
+    const auto variable = variables.Record(i);
+    if (!variable.Get(L"FIsUsed"_key)->ToBool()) continue;
+    for (const auto* field : {L"FName", L"FValue", L"FOrigin"}) {
+      origins += Utf8(variable.Get(Key(TextView(field)))->ToText()) + (field[1] == L'O' ? "; " : " ");
+    }
+  }
+  EXPECT_EQ(origins,
+            "FBillNo CGSQ000001 field; FHost h host; FGroup g group; FCheckState [FCheckState] literal; "
+            "FNone [FNone] literal; ");
+  EXPECT_EQ(Show(*result.Get(L"Lost"_key)), "[\"\u20bf (U+20BF)\"]");
+  EXPECT_EQ(Show(*result.Get(L"NamesInTitle"_key)), "[\"FBillNo\"]");
+  EXPECT_EQ(result.Get(L"FSentTitle"_key)->ToText().size(), 50u);
+}
+
+// Everything that the platform keeps of what was sent. (The log is the library's, which held it before the recorder.)
+std::string Stored() {
+  return RowsOf(L"select count(*) from t_Inbox") + " " + RowsOf(L"select count(*) from t_MailOutbox") + " " +
+         RowsOf(L"select count(*) from t_SmsOutbox") + " " +
+         RowsOf(L"select FNext from t_Identity where FName <> 'Log' order by FName");
+}
+
+// The calls that reached a component, with their arguments as they are written down.
+std::string Reached(const Component& recorder, const wchar_t* component) {
+  std::string calls;
+  const Vector list(recorder.Read(L"Calls"));
+  for (std::int32_t i = 1; i <= list.Count(); ++i) {
+    const auto call = list.Record(i);
+    const bool isCall = call.Get(L"FKind"_key)->EqualsText(L"call");
+    if (isCall && call.Get(L"FComponent"_key)->EqualsText(component)) calls += Show(*call.Get(L"Arguments"_key)) + "\n";
+  }
+  return calls;
+}
+
+std::string WithoutPath(std::string request) {
+  const auto begin = request.find("Addattachment: \"");
+  if (begin != std::string::npos) request.erase(begin, request.find(", bLog") - begin);
+  return request;
+}
+
+TEST(PreviewTest, ShowsWhatTheGatewaysThenGetAndSendsNothingItself) {
+  const auto message = ReasonsMessage();
+  const auto before = Stored(), package = Show(PackageOf(message)), variables = Show(message.Call(L"GetVariableList"));
+  const Dictionary result(Preview().Call(L"OfMessage", Value(message.Object())));
+  EXPECT_EQ(Stored(), before);
+  EXPECT_EQ(Show(PackageOf(message)), package);
+  EXPECT_EQ(Show(message.Call(L"GetVariableList")), variables);
+  EXPECT_TRUE(message.Read(L"MustSelectMsgUser").ToBool());
+
+  message.Assign(L"MustSelectMsgUser", Value(false));
+  const auto recorder = Component::Create(L"TavioCompanion.Recorder");
+  recorder.Call(L"Trace");
+  EXPECT_TRUE(message.Call(L"SendMessage").ToBool());
+  EXPECT_TRUE(message.Call(L"SendEmail", Value(ComPtr<IDispatch>())).ToBool());
+  EXPECT_TRUE(message.Call(L"SendShortMessage").ToBool());
+  EXPECT_TRUE(message.Call(L"SendSMS").ToBool());
+  recorder.Call(L"Stop");
+  EXPECT_NE(Stored(), before);
+
+  const auto request = [&](const wchar_t* channel) { return ChannelOf(result, channel).Get(L"Request"_key)->Copy(); };
+  std::string system;
+  const Dictionary arguments(request(L"system"));
+  for (std::int32_t i = 1; i <= arguments.Count(); ++i) system += (i > 1 ? ", " : "") + Show(arguments.At(i).Stored());
+  EXPECT_EQ("[" + system + "]\n", Reached(recorder, L"TavioAppCommand.Command"));
+  EXPECT_EQ(WithoutPath("[" + Show(request(L"mail")) + "]\n"),
+            WithoutPath(Reached(recorder, L"MorlaMobileOpen.MorlaSendMail")));
+  EXPECT_EQ("[[" + Show(request(L"short")) + "]]\n[[" + Show(request(L"approval")) + "]]\n",
+            Reached(recorder, L"MorlaMobileOpen.MobileOpen"));
+  EXPECT_EQ(system.find("Pwd"), std::string::npos);
+}
+
+struct FailureRow {
+  const char* name;
+  void (*spoil)(const Component& message);
+  const wchar_t* channel;
+  const char* problem;
+};
+
+const FailureRow kFailureRows[] = {
+    {"no list", [](const Component& m) { PackageOf(m).Remove(L"SMSUsers"_key); }, L"short", "消息中没有接收人名单"},
+    {"a bad key",
+     [](const Component& m) {
+       PackageOf(m).Set(L"EmailUsers"_key, Record({{L"x1", 0}}));
+     },
+     L"mail", "名单中的键不是用户编号: x1"},
+    {"a bad key of a system message",
+     [](const Component& m) {
+       PackageOf(m).Set(L"MessageUsers"_key, Record({{L"x1", 0}}));
+     },
+     L"system", "TavioClassBillAction.Message : SendMessage\r\n类型不匹配"},
+    {"nobody left", [](const Component& m) { PackageOf(m).Set(L"EmailUsers"_key, Users({16398})); }, L"mail",
+     "没有可发送的地址或号码"},
+};
+
+TEST(PreviewTest, NamesTheFailureOfAWholeChannel) {
+  for (const auto& row : kFailureRows) {
+    const auto message = ReasonsMessage();
+    row.spoil(message);
+    const auto preview = Preview();
+    const Dictionary result(preview.Call(L"OfMessage", Value(message.Object())));
+    EXPECT_EQ(Utf8(ChannelOf(result, row.channel).Get(L"FProblem"_key)->ToText()), row.problem) << row.name;
+  }
+}
+
+// A process can have a manifest that is asked before any class object: the preview would send in earnest.
+TEST(PreviewTest, RefusesIfAManifestAnswersForAComponent) {
+  wchar_t server[MAX_PATH];
+  GetModuleFileNameW(GetModuleHandleW(L"DevPlatform.dll"), server, MAX_PATH);
+  const auto manifest = std::filesystem::path(server).parent_path() / L"CompanionTest.manifest";
+  std::ofstream(manifest) << "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">"
+                             "<file name=\"DevPlatform.dll\"><comClass progid=\"TavioAppCommand.Command\" "
+                             "clsid=\"{d2a7b4c1-53e8-4f06-9b1d-842e6c705a07}\" threadingModel=\"Apartment\"/></file>"
+                             "</assembly>";
+  ACTCTXW wanted = {};
+  wanted.cbSize = sizeof wanted;
+  wanted.lpSource = manifest.c_str();
+  const HANDLE context = CreateActCtxW(&wanted);
+  ULONG_PTR cookie = 0;
+  ASSERT_TRUE(context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie));
+  const auto before = Stored();
+  const auto message = ReasonsMessage();
+  EXPECT_EQ(Raised([&] { Preview().Call(L"OfMessage", Value(message.Object())); }),
+            "预览已拒绝:记录器无法拦截组件 TavioAppCommand.Command");
+  EXPECT_TRUE(message.Read(L"MustSelectMsgUser").ToBool());
+  DeactivateActCtx(0, cookie);
+  ReleaseActCtx(context);
+  std::filesystem::remove(manifest);
+  EXPECT_EQ(Stored(), before);
+  EXPECT_EQ(Raised([&] { Preview().Call(L"OfMessage", Value(message.Object())); }), "");
+}
+
+TEST(PreviewTest, WritesAPageInWhichEveryValueIsText) {
+  const auto message = HostMessage();
+  PackageOf(message).Set(L"FTitle"_key, Value(L"<script>alert('&\"')</script>"));
+  const auto preview = Preview();
+  preview.Call(L"OfMessage", Value(message.Object()));
+  const auto page = Utf8(preview.Read(L"Html").ToText());
+  EXPECT_EQ(page.find("<script"), std::string::npos);
+  EXPECT_NE(page.find("&lt;script&gt;alert(&#39;&amp;&quot;&#39;)&lt;/script&gt;"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace tavio::test
