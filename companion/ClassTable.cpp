@@ -1,9 +1,3 @@
-// What follows initguid.h is defined here, and must follow it.
-// clang-format off
-#include <initguid.h>
-#include <TavioCompanion.h>
-// clang-format on
-
 #include "com/server/ClassTable.h"
 
 #include "companion/BoxesShell.h"
@@ -24,6 +18,6 @@ constexpr ClassRow kClasses[] = {
 
 }  // namespace
 
-constexpr ServerTable kServer = {kClasses, &LIBID_TavioCompanion, false, ForgetContainerFactories};
+constinit const ServerTable kServer = {kClasses, true, false, ForgetContainerFactories};
 
 }  // namespace tavio::com
