@@ -10,15 +10,15 @@ namespace {
 
 constexpr std::int32_t kType = 1005, kBill = 5001;
 
+Component ClassInfo() { return Component::Create(L"TavioMClass.ClassInfo"); }
+
+}  // namespace
+
 Text Props() {
   return Component::Create(L"TavioSharedProps.PropStore")
       .Call(L"GetProperty", std::int32_t{0}, L"PropsString")
       .ToText();
 }
-
-Component ClassInfo() { return Component::Create(L"TavioMClass.ClassInfo"); }
-
-}  // namespace
 
 std::string RowsOf(const Text& sql) {
   std::string rows;
@@ -80,7 +80,7 @@ int main(int count, char** arguments) {
   {
     // Who holds a component that has been at the database keeps its connection open for all.
     const auto connected = tavio::Component::Create(L"TavioMClass.ClassInfo");
-    connected.Call(L"getpredefineactions", L"");
+    connected.Call(L"getpredefineactions", tavio::test::Props());
     failed = RUN_ALL_TESTS();
   }
   CoUninitialize();

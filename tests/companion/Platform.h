@@ -12,6 +12,9 @@ namespace tavio::test {
 
 // The development platform as hosts reach it, and what tests change in it.
 
+// The shared properties, which every component is given.
+Text Props();
+
 // The rows of a query as text, one row after the other: "16394 张伟; 16395 李娜".
 std::string RowsOf(const Text& sql);
 // Runs a statement that answers no rows.
