@@ -14,8 +14,6 @@
 #include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
 
-extern "C" __declspec(dllimport) void WINAPI SetOaNoCache(void);
-
 namespace tavio::test {
 namespace {
 
@@ -92,10 +90,18 @@ class LeakCheck final : public ::testing::EmptyTestEventListener {
   long blocks_ = 0;
 };
 
+// The system keeps freed texts for later, which would count as living. The function is in no import library for x86.
+void KeepNoFreedTexts() {
+  using SetNoCache = void(WINAPI*)();
+  const auto function = GetProcAddress(GetModuleHandleW(L"oleaut32.dll"), "SetOaNoCache");
+  ASSERT_TRUE(function);
+  reinterpret_cast<SetNoCache>(reinterpret_cast<void*>(function))();
+}
+
 }  // namespace
 
 void FailTestsThatLeak() {
-  SetOaNoCache();
+  KeepNoFreedTexts();
   // It keeps what describes it for good.
   Component::Create(L"Scripting.FileSystemObject").Call(L"GetTempName");
   const HRESULT watched = CoRegisterMallocSpy(&spy);
