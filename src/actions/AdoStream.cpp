@@ -2,10 +2,10 @@
 #include "foundation/values/Error.h"
 
 namespace tavio {
-namespace {
 
 // The interface of ADODB.Stream, whose header not every compiler has: the four methods that are called, and in their
-// places the others.
+// places the others. It has a name outside this file, too: of one that has none a compiler sees that nobody implements
+// it, and takes the calls for ones that never happen.
 struct IStreamObject : IDispatch {
   enum : LONG { kBinary = 1, kCreateOrOverwrite = 2 };
 
@@ -32,6 +32,8 @@ struct IStreamObject : IDispatch {
   virtual HRESULT STDMETHODCALLTYPE Flush() = 0;
   virtual HRESULT STDMETHODCALLTYPE SaveToFile(BSTR name, LONG options) = 0;
 };
+
+namespace {
 
 constexpr IID kStreamInterface = {0x00000565, 0x0000, 0x0010, {0x80, 0x00, 0x00, 0xaa, 0x00, 0x6d, 0x2e, 0xa4}};
 
