@@ -87,7 +87,7 @@ class SearchedText {
       first = link.to;
       return;
     }
-    if (++linkCount_ * 2 > links_.size()) Grow();
+    if (++linkCount_ * 4 > links_.size() * 3) Grow();
     Put(link);
   }
 
@@ -115,7 +115,7 @@ class SearchedText {
 
   Text text_;
   std::vector<Node> nodes_ = std::vector<Node>(1);
-  std::vector<Link> links_;  // half free at least; their number is a power of two
+  std::vector<Link> links_;  // a quarter free at least; their number is a power of two
   std::size_t linkCount_ = 0;
 };
 
