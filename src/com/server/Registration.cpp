@@ -21,6 +21,11 @@ constexpr HRESULT kTakenByOthers = HRESULT_FROM_WIN32(ERROR_OBJECT_ALREADY_EXIST
 // What processes of each kind see of the registry. On a 32-bit Windows both are the same.
 constexpr REGSAM kViews[] = {KEY_WOW64_32KEY, KEY_WOW64_64KEY};
 constexpr REGSAM kOtherView = sizeof(void*) == 8 ? KEY_WOW64_32KEY : KEY_WOW64_64KEY;
+bool HasOtherView() noexcept {
+  BOOL emulated = FALSE;
+  return sizeof(void*) == 8 || (IsWow64Process(GetCurrentProcess(), &emulated) && emulated);
+}
+
 constexpr REGSAM kRemoving = DELETE | KEY_READ | KEY_SET_VALUE;
 
 Text GuidText(REFGUID id) {
@@ -106,7 +111,7 @@ bool IsForeign(const Classes& classes, const ClassRow& row, REGSAM view) {
 
 // Both kinds of processes share ProgIDs on Windows, though not under Wine.
 void RemoveProgId(const Classes& classes, const ClassRow& row) {
-  if (classes.Open(ClassKey(row), KEY_READ | kOtherView)) return;
+  if (HasOtherView() && classes.Open(ClassKey(row), KEY_READ | kOtherView)) return;
   for (const REGSAM view : kViews) {
     if (!IsForeign(classes, row, view)) classes.Remove(row.progId, view);
   }
