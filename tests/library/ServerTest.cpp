@@ -334,7 +334,8 @@ TEST_F(ServerTest, ReferenceToNothingCountsAsLeftOut) {
 
 TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
   constexpr auto kGet = DISPATCH_PROPERTYGET, kLet = DISPATCH_PROPERTYPUT, kSet = DISPATCH_PROPERTYPUTREF;
-  const Value word(L"x"), five(5), stranger(FakeObject().New()), malformed = Record({{L"FID", L"x"}}).AsValue();
+  const Value word(L"x"), five(5), nothing{ComPtr<IDispatch>()}, stranger(FakeObject().New()),
+      malformed = Record({{L"FID", L"x"}}).AsValue();
   Value large(3e9), number(5), object(FakeObject().New());
   const wchar_t* const mismatch = L"«类型不匹配»";  // in the words of the member, which was reached
   const struct {
@@ -345,6 +346,7 @@ TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
     const wchar_t* description = L"";
   } cases[] = {
       {"text for a number", __uuidof(::BillActions), {L"ClassTypeID", {word.Raw()}, kLet}, DISP_E_TYPEMISMATCH},
+      {"no object for a number", __uuidof(::BillEnvironments), {L"GetList", {nothing.Raw()}}, DISP_E_TYPEMISMATCH},
       {"variable beyond 32 bits", __uuidof(::BillActions), {L"ClassTypeID", {Variable(large)}, kLet}, DISP_E_OVERFLOW},
       {"read of what is only set", __uuidof(::BillActions), {L"ClassType", {}, kGet}, DISP_E_MEMBERNOTFOUND},
       {"argument for none", __uuidof(::BillActions), {L"Initialize", {five.Raw()}}, DISP_E_BADPARAMCOUNT},

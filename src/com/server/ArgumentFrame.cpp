@@ -2,6 +2,8 @@
 
 #include <oleauto.h>
 
+#include <algorithm>
+
 #include "com/server/ByReference.h"
 
 namespace tavio::com {
@@ -17,6 +19,12 @@ bool IsLeftOut(const VARIANT* argument) noexcept {
 
 VARTYPE ExpectedType(const Dispatch::Parameter& parameter) noexcept {
   return static_cast<VARTYPE>(parameter.byReference ? VT_BYREF | parameter.type : parameter.type);
+}
+
+// Whatever else a conversion answers, it tells of an argument of a wrong type.
+HRESULT Refusal(HRESULT why) noexcept {
+  constexpr HRESULT kKnown[] = {DISP_E_OVERFLOW, DISP_E_PARAMNOTOPTIONAL, E_OUTOFMEMORY};
+  return std::ranges::count(kKnown, why) ? why : DISP_E_TYPEMISMATCH;
 }
 
 bool IsOfType(VARTYPE type, VARTYPE expected) noexcept {
@@ -92,7 +100,7 @@ HRESULT ArgumentFrame::Convert(const Dispatch::Parameter& parameter, Slot& slot)
   if (SUCCEEDED(result) && parameter.type != VT_VARIANT && held->vt != parameter.type) {
     result = VariantChangeTypeEx(held, held, LOCALE_USER_DEFAULT, VARIANT_ALPHABOOL, parameter.type);
   }
-  return SUCCEEDED(result) ? Pass(parameter, slot) : result;
+  return SUCCEEDED(result) ? Pass(parameter, slot) : Refusal(result);
 }
 
 // A parameter that may be left out and has no default: "missing" if it is a VARIANT, otherwise its type's zero.
