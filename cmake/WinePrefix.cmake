@@ -16,17 +16,18 @@ function(tavio_wine_prefix name)
   if(TAVIO_ARCHITECTURE STREQUAL x86)
     set(bits --x86)
   endif()
-  add_test(NAME ${name}.prefix COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-prefix ${bits} ${folder} ${servers})
+  # Its windows are nobody's to see, and take the focus of nobody who works at a display.
+  add_test(NAME ${name}.prefix COMMAND ${CMAKE_COMMAND} -E env --unset=DISPLAY ${CMAKE_SOURCE_DIR}/tools/wine-prefix ${bits} ${folder} ${servers})
   add_test(NAME ${name}.stop COMMAND ${CMAKE_SOURCE_DIR}/tools/wine-prefix --stop ${folder})
   set_tests_properties(${name}.prefix PROPERTIES FIXTURES_SETUP ${name} TIMEOUT 300)
   set_tests_properties(${name}.stop PROPERTIES FIXTURES_CLEANUP ${name} TIMEOUT 60)
 endfunction()
 
-# tavio_add_prefix_test(<prefix> <test> <command>...): a test for which the prefix is there, one at a time, since what is
-# registered in it is shared. Exit code 77 says that it was skipped.
+# tavio_add_prefix_test(<prefix> <test> <command>...): a test for which the prefix is there, one at a time, since they share
+# what is registered and the folder for temporary files beside the servers. Exit code 77 says that it was skipped.
 function(tavio_add_prefix_test prefix test)
   add_test(NAME ${test} COMMAND ${ARGN})
-  set_tests_properties(${test} PROPERTIES FIXTURES_REQUIRED ${prefix} RESOURCE_LOCK ${prefix} TIMEOUT 120
+  set_tests_properties(${test} PROPERTIES FIXTURES_REQUIRED ${prefix} RESOURCE_LOCK servers TIMEOUT 120
     SKIP_RETURN_CODE 77)
 endfunction()
 

@@ -36,22 +36,29 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
   const auto known = Record({{L"x", Record({{L"FCode", L"Save"}, {L"FID", 5}, {L"Messages", Record({{L"old", 1}})}})}});
   const std::string edited = R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})";
   const struct {
+    const char* row;
     Dictionary collection, action;
     std::string afterAddNew, afterUpdate;
   } cases[] = {
-      {{}, save, R"({Save: {FCode: "Save", FID: 0, FStatus: 1, Messages: none}})", "as AddNew"},
-      {{}, withMessages, R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})", "as AddNew"},
-      {stored(0), ForeignRecord(save).Handle(), edited, "as AddNew"},
-      {stored(6), save, edited, "as AddNew"},
-      {known, withMessages, R"({Save: {FCode: "Save", Messages: {old: 1}, FID: 5, FStatus: 2}})",
+      {"unknown", {}, save, R"({Save: {FCode: "Save", FID: 0, FStatus: 1, Messages: none}})", "as AddNew"},
+      {"unknown, with messages",
+       {},
+       withMessages,
+       R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})",
+       "as AddNew"},
+      {"known, a host's record", stored(0), ForeignRecord(save).Handle(), edited, "as AddNew"},
+      {"removed", stored(6), save, edited, "as AddNew"},
+      {"known under another key, with messages", known, withMessages,
+       R"({Save: {FCode: "Save", Messages: {old: 1}, FID: 5, FStatus: 2}})",
        R"({x: {FCode: "Save", FID: 5, Messages: {old: 1}}, )"
        R"(Save: {FCode: "Save", Messages: {new: 1}, FID: 5, FStatus: 2}})"},
-      {stored(0), renamed, R"({Keep: {FCode: "Keep", FCode_Old: "Save", FID: 5, FStatus: 2, Messages: none}})",
+      {"renamed", stored(0), renamed,
+       R"({Keep: {FCode: "Keep", FCode_Old: "Save", FID: 5, FStatus: 2, Messages: none}})",
        R"({Save: {FCode: "Save", FID: 5, FStatus: 0}, )"
        R"(Keep: {FCode: "Keep", FCode_Old: "Save", FID: 0, FStatus: 1, Messages: none}})"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     const auto before = Show(c.action);
     Hold(c.collection ? c.collection.Clone() : Dictionary());
     EXPECT_TRUE(actions.AddNew(c.action));
@@ -68,20 +75,23 @@ TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
   uncopied.On(L"Clone", Failing(L"不能复制"));
   const auto named = [](const wchar_t* code) { return Record({{L"FCode", code}, {L"FCode_Old", L"Save"}}); };
   const struct {
+    const char* row;
     Dictionary action;
     Boxes boxes;  // of AddNew and Update
   } cases[] = {
-      {named(L""), Boxes(2, Warning(L"操作代码不能为空！"))},
-      {named(L"1A"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
-      {named(L"A B"), Boxes(2, Warning(L"操作代码中间不能包含空格！"))},
-      {named(L"A_B"), Boxes(2, Warning(L"操作代码只能由字符和数字组成！"))},
-      {uncopied.Handle(),
+      {"no code", named(L""), Boxes(2, Warning(L"操作代码不能为空！"))},
+      {"a digit first", named(L"1A"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
+      {"a blank", named(L"A B"), Boxes(2, Warning(L"操作代码中间不能包含空格！"))},
+      {"another sign", named(L"A_B"), Boxes(2, Warning(L"操作代码只能由字符和数字组成！"))},
+      {"uncopied",
+       uncopied.Handle(),
        {Report(L"BillActions : AddNew ", L"不能复制"), Report(L"BillActions : Update ", L"不能复制")}},
-      {{}, {}},
+      {"nothing", {}, {}},
   };
   Hold(Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}})}}));
   const auto before = Held();
   for (const auto& c : cases) {
+    SCOPED_TRACE(c.row);
     EXPECT_FALSE(actions.AddNew(c.action));
     EXPECT_FALSE(actions.Update(c.action));
     EXPECT_EQ(boxes.Take(), c.boxes);
@@ -95,17 +105,21 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
     return Record({{L"FCode", code}, {L"FStatus", status}});
   };
   const struct {
-    std::int32_t first, second;
+    const char* row;
+    std::int32_t first, second;  // the status of "Save" and of the other one
     const wchar_t* code;
-    int answer;  // 0 where nothing is asked
+    int answer;  // 0 if nothing is asked
     bool removed;
     std::int32_t status;
   } cases[] = {
-      {2, 2, L"Save", 0, true, 6},     {5, 0, L"Save", 0, true, 5},  {0, 4, L"Save", IDNO, false, 0},
-      {0, 6, L"Save", IDYES, true, 4}, {0, 0, L"save", 0, false, 0},
+      {"one of two", 2, 2, L"Save", 0, true, 6},
+      {"removed before", 5, 0, L"Save", 0, true, 5},
+      {"the last, refused", 0, 4, L"Save", IDNO, false, 0},
+      {"the last, agreed", 0, 6, L"Save", IDYES, true, 4},
+      {"another letter case", 0, 0, L"save", 0, false, 0},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     const auto save = action(L"Save", c.first);
     Hold(Record({{L"Save", save}, {L"SAVE", action(L"SAVE", 0)}, {L"Check", action(L"Check", c.second)}}));
     if (c.answer) boxes.AnswerWith(c.answer);

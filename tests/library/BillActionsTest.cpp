@@ -39,29 +39,34 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
   const auto tooMany = Dictionary::New();
   for (std::int32_t i = 1; i <= 32768; ++i) tooMany.Set(Key(i), Record({{L"FCode", L"a"}}));
   const struct {
+    const char* row;
     Dictionary held;
     std::function<bool()> call;
     const wchar_t *label, *description;
   } cases[] = {
-      {unbound, [&] { return actions.Initialize(), !actions.GetBillActions(); }, L"Initialize", kUnbound},
-      {status, [&] { return actions.Initialize(), !!actions.GetBillActions(); }, L"Initialize", L"断开"},
-      {unbound, [&] { return actions.NewBill(), false; }, L"NewBill", kUnbound},
-      {unbound, [&] { return actions.AddNew(save); }, L"AddNew ", kUnbound},
-      {unbound, [&] { return actions.Update(save); }, L"Update ", kUnbound},
-      {nameless, [&] { return !!actions.Item(L"a"); }, L"Item ", kNoCode},
-      {tooMany, [&] { return !!actions.Item(L"a"); }, L"Item ", L"«溢出»"},
-      {nameless, [&] { return actions.LookUp(L"a"); }, L"Lookup ", kNoCode},
-      {tooMany, [&] { return actions.LookUp(L"a"); }, L"Lookup ", L"«溢出»"},
-      {nameless, [&] { return !!actions.GetEnvironmentItems(1); }, L"GetEnvironmentItems ", kNoCode},
-      {nameless, [&] { return !!actions.GetMessage(L"a", 1); }, L"Item ", kNoCode},
-      {status, [&] { return actions.Remove(L"a"); }, L"Remove ", L"«类型不匹配»"},
-      {{},
+      {"unbound load", unbound, [&] { return actions.Initialize(), !actions.GetBillActions(); }, L"Initialize",
+       kUnbound},
+      {"failed load", status, [&] { return actions.Initialize(), !!actions.GetBillActions(); }, L"Initialize", L"断开"},
+      {"unbound bill", unbound, [&] { return actions.NewBill(), false; }, L"NewBill", kUnbound},
+      {"unbound AddNew", unbound, [&] { return actions.AddNew(save); }, L"AddNew ", kUnbound},
+      {"unbound Update", unbound, [&] { return actions.Update(save); }, L"Update ", kUnbound},
+      {"Item without a code", nameless, [&] { return !!actions.Item(L"a"); }, L"Item ", kNoCode},
+      {"Item of too many", tooMany, [&] { return !!actions.Item(L"a"); }, L"Item ", L"«溢出»"},
+      {"LookUp without a code", nameless, [&] { return actions.LookUp(L"a"); }, L"Lookup ", kNoCode},
+      {"LookUp of too many", tooMany, [&] { return actions.LookUp(L"a"); }, L"Lookup ", L"«溢出»"},
+      {"scenario without a code", nameless, [&] { return !!actions.GetEnvironmentItems(1); }, L"GetEnvironmentItems ",
+       kNoCode},
+      {"message without a code", nameless, [&] { return !!actions.GetMessage(L"a", 1); }, L"Item ", kNoCode},
+      {"status of the other", status, [&] { return actions.Remove(L"a"); }, L"Remove ", L"«类型不匹配»"},
+      {"no record",
+       {},
        [&] {
          return actions.SetBillActions(Record({{L"a", 1}})), false;
        },
        L"SetBillActions",
        L"«类型不匹配»"},
-      {{},
+      {"no package",
+       {},
        [&] {
          return actions.AddAppendVariables(Record({{L"x", 5}}));
        },
@@ -69,7 +74,7 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
        L"«类型不匹配»"},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(&c - cases);
+    SCOPED_TRACE(c.row);
     actions.SetBillActions(c.held);
     EXPECT_FALSE(c.call());
     EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : " + Text(c.label), c.description)});
@@ -85,7 +90,7 @@ TEST_F(BillActionsTest, SaveHandsEverythingOverAndLoadsAgain) {
   update.On(L"SaveBillActions", [&](Arguments& a) {
     const VARTYPE types[] = {VT_BSTR, VT_BYREF | VT_I4, VT_BYREF | VT_DISPATCH, VT_BYREF | VT_DISPATCH};
     EXPECT_EQ(a.Count(), std::size(types));
-    for (std::size_t i = 0; i < std::size(types); ++i) EXPECT_EQ(a.Raw(i).vt, types[i]) << i;
+    for (std::size_t i = 0; i < std::size(types); ++i) EXPECT_EQ(a.Raw(i).vt, types[i]) << "argument " << i;
     EXPECT_EQ(a.At(0).ToText(), props->props);
     EXPECT_EQ(Show(a.At(1)) + Show(a.At(3)), R"(7{FID: 7, FBillTypeID: 3s})");
     EXPECT_EQ(a.At(2).ToObject().Get(), given.Object().Get());
@@ -179,20 +184,21 @@ TEST_F(BillActionsTest, MessageIsThatOfTheGreatestSharedScenario) {
   };
   const auto usual = Record({{L"1", entry(1, L"一")}, {L"8", entry(8, L"八")}, {L"2", entry(2, L"二")}});
   const struct {
+    const char* row;
     Dictionary messages;
     std::int32_t mask;
     const char* message;
   } cases[] = {
-      {usual, 3, R"({FTitle: "二"})"},
-      {usual, -1, R"({FTitle: "八"})"},
-      {usual, 4, "none"},
-      {Record({{L"x", entry(2, L"二")}}), 2, "none"},  // not under its mask
-      {Dictionary(), 1, "none"},
+      {"of two", usual, 3, R"({FTitle: "二"})"},
+      {"of all", usual, -1, R"({FTitle: "八"})"},
+      {"of none", usual, 4, "none"},
+      {"under another key", Record({{L"x", entry(2, L"二")}}), 2, "none"},
+      {"without messages", Dictionary(), 1, "none"},
   };
   for (const auto& c : cases) {
     actions.SetBillActions(Record({{L"a", Record({{L"FCode", L"a"}, {L"Messages", c.messages}})}}));
     log->entries.clear();
-    EXPECT_EQ(Show(actions.GetMessage(L"a", c.mask)), c.message) << &c - cases;
+    EXPECT_EQ(Show(actions.GetMessage(L"a", c.mask)), c.message) << c.row;
     EXPECT_EQ(log->entries, Strings(2, "begin TavioClassBillAction.BillActions.GetMessage"));
   }
 }

@@ -78,18 +78,19 @@ TEST_F(CataloguesTest, ScenariosAreFilteredByIdOrMask) {
   source.Add(Record({{L"FMask", 64}}));
   source.Add(Scenario(-8, 108));
   const struct {
+    const char* row;
     std::int32_t mask, id;
     const char *set, *sorted, *message;
   } cases[] = {
       // The record without FID has id 0 and so is in every list that is asked for by mask only.
-      {2, 0, "102 103 107 empty ", "102 empty ", "107 103 102 empty "},
-      {3, -1, "101 102 103 107 ", "103 102 101 ", "107 103 102 101 "},
-      {0, 103, "103 ", "103 ", "103 "},
-      {1, 107, "101 103 107 ", "107 101 ", "107 103 101 "},
-      {-8, 999, "empty 108 ", "108 ", "empty 108 "},
+      {"a mask", 2, 0, "102 103 107 empty ", "102 empty ", "107 103 102 empty "},
+      {"a mask of two", 3, -1, "101 102 103 107 ", "103 102 101 ", "107 103 102 101 "},
+      {"an ID", 0, 103, "103 ", "103 ", "103 "},
+      {"a mask and an ID", 1, 107, "101 103 107 ", "107 101 ", "107 103 101 "},
+      {"a negative mask", -8, 999, "empty 108 ", "108 ", "empty 108 "},
   };
   for (const auto& c : cases) {
-    SCOPED_TRACE(std::to_string(c.mask) + ", " + std::to_string(c.id));
+    SCOPED_TRACE(c.row);
     EXPECT_EQ(Column(environments.GetList(c.mask, c.id)), c.set);
     EXPECT_EQ(Column(environments.GetSortList(c.mask, c.id)), c.sorted);
     EXPECT_EQ(Column(environments.GetSortListMsg(c.mask, c.id)), c.message);
@@ -148,23 +149,31 @@ TEST_F(CataloguesTest, FailedLoadIsReportedAndTriedAgain) {
   const Box noScenarios = Report(L"BillEnvironments : Initialize ", L"没有启动");
   const Box noActions = Report(L"PredefineActions : Initialize ", L"没有启动");
   const struct {
+    const char* member;
     std::function<bool()> ask;
     Boxes boxes;
   } cases[] = {
-      {[&] { return !!environments.GetSortList(); }, {noScenarios}},
-      {[&] { return !!environments.GetItem(0, 101); },
+      {"GetSortList", [&] { return !!environments.GetSortList(); }, {noScenarios}},
+      {"BillEnvironments.GetItem",
+       [&] { return !!environments.GetItem(0, 101); },
        {noScenarios, Report(L"BillEnvironments : GetItem ", L"«对象未设置»")}},
-      {[&] { return !!environments.GetClassMenu(); }, {Report(L"BillEnvironments : GetClassMenu ", L"没有启动")}},
-      {[&] { return !!actions.GetList(); }, {noActions}},
-      {[&] { return !!actions.Item(L"Save"); }, {noActions, Report(L"PredefineActions : Item", L"«对象未设置»")}},
-      {[&] { return actions.LookUp(L"Save"); }, {noActions, Report(L"PredefineActions : LookUp", L"«对象未设置»")}},
-      {[&] { return actions.LookupRightMask(4); }, {noActions}},
+      {"GetClassMenu",
+       [&] { return !!environments.GetClassMenu(); },
+       {Report(L"BillEnvironments : GetClassMenu ", L"没有启动")}},
+      {"PredefineActions.GetList", [&] { return !!actions.GetList(); }, {noActions}},
+      {"PredefineActions.Item",
+       [&] { return !!actions.Item(L"Save"); },
+       {noActions, Report(L"PredefineActions : Item", L"«对象未设置»")}},
+      {"PredefineActions.LookUp",
+       [&] { return actions.LookUp(L"Save"); },
+       {noActions, Report(L"PredefineActions : LookUp", L"«对象未设置»")}},
+      {"LookupRightMask", [&] { return actions.LookupRightMask(4); }, {noActions}},
   };
   for (const bool answering : {false, true}) {
     answers = answering;
     for (const auto& c : cases) {
-      EXPECT_EQ(c.ask(), answering) << &c - cases;
-      EXPECT_EQ(boxes.Take(), answering ? Boxes{} : c.boxes) << &c - cases;
+      EXPECT_EQ(c.ask(), answering) << c.member;
+      EXPECT_EQ(boxes.Take(), answering ? Boxes{} : c.boxes) << c.member;
     }
   }
   EXPECT_EQ(classInfo.Living(), 0);

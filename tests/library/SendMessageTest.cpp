@@ -49,7 +49,7 @@ class SendMessageTest : public LibraryTest {
     const VARTYPE types[] = {VT_BSTR,      kArray | VT_UI1, kRef | VT_I4, VT_BSTR,       kArray | VT_I4,
                              kRef | VT_I4, VT_I2,           VT_I2,        kRef | VT_BSTR};
     EXPECT_EQ(a.Count(), std::size(types));
-    for (std::size_t i = 0; i < std::size(types); ++i) EXPECT_EQ(a.Raw(i).vt, types[i]) << i;
+    for (std::size_t i = 0; i < std::size(types); ++i) EXPECT_EQ(a.Raw(i).vt, types[i]) << "argument " << i;
     const auto bytes = a.At(1).ToBytes();
     content.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     users = a.At(4).ToIntegers();
