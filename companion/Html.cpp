@@ -35,6 +35,9 @@ details{margin-top:8px}summary{cursor:pointer;color:var(--soft)}
 pre{background:var(--code);border-radius:8px;padding:12px;margin:8px 0 0;overflow:auto;font:13px/1.5 Consolas,monospace;
 white-space:pre-wrap;overflow-wrap:anywhere}
 code{font:13px Consolas,monospace}
+.tree td{padding:4px 8px}.tree td:first-child{white-space:nowrap;text-align:right;color:var(--soft);width:1%}
+.tree summary{color:inherit}.tree .entry{font-weight:600}.tree details{margin:0}
+.bar{display:block;height:3px;border-radius:2px;background:var(--good);margin-left:auto}
 @media(max-width:720px){main{padding:16px 12px 32px}.sums{grid-template-columns:repeat(2,1fr)}
 dl{grid-template-columns:1fr;gap:2px}dd{margin-bottom:8px}
 .grid thead{display:none}.grid,.grid tbody,.grid tr,.grid th,.grid td{display:block}

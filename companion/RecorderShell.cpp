@@ -98,6 +98,10 @@ STDMETHODIMP RecorderShell::get_Text(BSTR* result) {
   return Give(result, [&] { return TreeOf(Recorded()); });
 }
 
+STDMETHODIMP RecorderShell::get_Html(BSTR* result) {
+  return Give(result, [&] { return ToPage(Recorded()); });
+}
+
 STDMETHODIMP RecorderShell::get_Json(BSTR* result) {
   return Give(result, [&] { return ToText(Json{{"Entries", EntriesOf(Recorded())}, {"Calls", CallsOf(Recorded())}}); });
 }

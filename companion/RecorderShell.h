@@ -22,6 +22,7 @@ class RecorderShell final : public Class<_Recorder> {
   STDMETHODIMP get_Unseen(IDispatch** result) override;
   STDMETHODIMP get_Text(BSTR* result) override;
   STDMETHODIMP get_Json(BSTR* result) override;
+  STDMETHODIMP get_Html(BSTR* result) override;
 
  private:
   struct Broken {

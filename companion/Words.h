@@ -116,5 +116,15 @@ inline constexpr Word kOtherType = {L"导出文件属于另一业务对象:", L"
 inline constexpr Word kNotSaved = {L"未能保存", L"it was not saved"};
 inline constexpr Word kNothingToChange = {L"没有变化", L"nothing to change"};
 
+inline constexpr Word kTrace = {L"调用跟踪", L"Trace"};
+inline constexpr Word kNoEntries = {L"没有日志条目:记录器启动之前已使用过组件库",
+                                    L"no entries: the library was used before the recorder was started"};
+inline constexpr Word kArguments = {L"参数", L"Arguments"};
+inline constexpr Word kAnswer = {L"结果", L"Answer"};
+inline constexpr Word kKeptBack = {L"未传给平台", L"kept from the platform"};
+inline constexpr Word kBroken = {L"被记录器破坏", L"broken by the recorder"};
+inline constexpr Word kCalls = {L"次调用", L"calls"};
+inline constexpr Word kEntriesOfLog = {L"个操作", L"operations"};
+
 }  // namespace words
 }  // namespace tavio::companion

@@ -1,7 +1,9 @@
 #include "companion/recorder/CallTree.h"
 
 #include <cstdio>
+#include <limits>
 
+#include "companion/Words.h"
 #include "companion/recorder/PlatformCalls.h"
 
 namespace tavio::companion {
@@ -37,9 +39,9 @@ Json RecordOf(const Call& call, const Secrets& secrets) {
 
 bool IsShown(const Call& call) noexcept { return call.progId != kLog; }
 
-Text Milliseconds(double begin, double end) {
+Text Milliseconds(double duration) {
   char text[32];
-  std::snprintf(text, sizeof text, "%9.2f ms", end - begin);
+  std::snprintf(text, sizeof text, "%9.2f ms", duration);
   return FromUtf8(text);
 }
 
@@ -50,58 +52,48 @@ Text Shortened(const Json& json) {
   return text += L'…';
 }
 
-Text LineOf(const Call& call, const Secrets& secrets) {
-  Text line = call.kind == Call::Kind::kCreate ? L"create " : L"";
-  line += call.progId;
-  if (!call.member.empty()) line += L"." + call.member;
+// What a line says behind the name.
+Text Details(const Call& call, const Secrets& secrets) {
   Text arguments;
   for (const auto& argument : call.arguments) {
     if (!arguments.empty()) arguments += L", ";
     arguments += Shortened(ToJson(argument, secrets));
   }
-  if (call.kind == Call::Kind::kAssign) line += L" = " + arguments;
-  if (call.kind == Call::Kind::kCall) line += L"(" + arguments + L") -> " + Shortened(ToJson(call.answer, secrets));
-  if (!call.passed) line += call.broken ? L"  [broken]" : L"  [kept back]";
-  if (FAILED(call.result)) line += L"  ! " + secrets.Masked(call.description);
-  return line;
+  Text text;
+  if (call.kind == Call::Kind::kAssign) text = L" = " + arguments;
+  if (call.kind == Call::Kind::kCall) text = L"(" + arguments + L") -> " + Shortened(ToJson(call.answer, secrets));
+  if (!call.passed) text += call.broken ? L"  [broken]" : L"  [kept back]";
+  if (FAILED(call.result)) text += L"  ! " + secrets.Masked(call.description);
+  return text;
 }
 
-class Tree {
- public:
-  explicit Tree(const Recording& recording) : recording_(recording), secrets_(recording.Calls()) {}
+Text Outcome(const LogEntry& entry) { return entry.outcome ? L" = " + std::to_wstring(*entry.outcome) : Text(); }
 
-  Text Lines() {
-    if (!recording_.HasEntries()) text_ += L"(no entries: the library was used before the recorder was started)\n";
-    Append(0, 0);
-    return std::move(text_);
-  }
+// Entries and calls of one parent lie mixed in time.
+class Walker {
+ public:
+  explicit Walker(const Recording& recording) : recording_(recording) { Walk(0, 0); }
+  std::vector<TreeLine> Lines() && { return std::move(lines_); }
 
  private:
-  // Entries and calls of one parent lie mixed in time.
-  void Append(std::int32_t parent, int depth) {
+  void Walk(std::int32_t parent, int depth) {
     auto call = recording_.Calls().begin();
-    const auto appendCallsUntil = [&](double time) {
+    const auto callsUntil = [&](double time) {
       for (; call != recording_.Calls().end() && call->begin < time; ++call) {
-        if (call->entry == parent && IsShown(*call)) Line(depth, call->begin, call->end, LineOf(*call, secrets_));
+        if (call->entry == parent && IsShown(*call)) lines_.push_back({depth, nullptr, &*call});
       }
     };
     for (const auto& entry : recording_.Entries()) {
       if (entry.parent != parent) continue;
-      appendCallsUntil(entry.begin);
-      const Text outcome = entry.outcome ? L" = " + std::to_wstring(*entry.outcome) : Text();
-      Line(depth, entry.begin, entry.open ? entry.begin : entry.end, entry.label + outcome);
-      Append(entry.number, depth + 1);
+      callsUntil(entry.begin);
+      lines_.push_back({depth, &entry, nullptr});
+      Walk(entry.number, depth + 1);
     }
-    appendCallsUntil(1e300);
-  }
-
-  void Line(int depth, double begin, double end, const Text& what) {
-    text_ += Milliseconds(begin, end) + L"  " + Text(static_cast<std::size_t>(depth) * 2, L' ') + what + L"\n";
+    callsUntil(std::numeric_limits<double>::max());
   }
 
   const Recording& recording_;
-  Secrets secrets_;
-  Text text_;
+  std::vector<TreeLine> lines_;
 };
 
 }  // namespace
@@ -128,6 +120,32 @@ Json EntriesOf(const Recording& recording) {
   return entries;
 }
 
-Text TreeOf(const Recording& recording) { return Tree(recording).Lines(); }
+std::vector<TreeLine> LinesOf(const Recording& recording) { return Walker(recording).Lines(); }
+
+double DurationOf(const TreeLine& line) noexcept {
+  if (line.entry) return line.entry->open ? 0 : line.entry->end - line.entry->begin;
+  return line.call->end - line.call->begin;
+}
+
+Text NameOf(const TreeLine& line) {
+  if (line.entry) return line.entry->label;
+  Text name = line.call->kind == Call::Kind::kCreate ? L"create " : L"";
+  name += line.call->progId;
+  if (!line.call->member.empty()) name += L"." + line.call->member;
+  return name;
+}
+
+Text TreeOf(const Recording& recording) {
+  const Secrets secrets(recording.Calls());
+  const auto lines = LinesOf(recording);
+  Text text = recording.HasEntries() || lines.empty() ? Text() : Say(words::kNoEntries) + L"\n";
+  for (const auto& line : lines) {
+    text +=
+        Milliseconds(DurationOf(line)) + L"  " + Text(static_cast<std::size_t>(line.depth) * 2, L' ') + NameOf(line);
+    text += line.call ? Details(*line.call, secrets) : Outcome(*line.entry);
+    text += L'\n';
+  }
+  return text;
+}
 
 }  // namespace tavio::companion

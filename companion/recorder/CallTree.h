@@ -13,5 +13,19 @@ Json CallsOf(const Recording& recording);
 Json EntriesOf(const Recording& recording);
 // One line per entry and call, indented by entry.
 Text TreeOf(const Recording& recording);
+// The same as one page.
+Text ToPage(const Recording& recording);
+
+// A line of the tree: an entry or a call.
+struct TreeLine {
+  int depth = 0;
+  const LogEntry* entry = nullptr;
+  const Call* call = nullptr;
+};
+
+// They refer to `recording`.
+std::vector<TreeLine> LinesOf(const Recording& recording);
+double DurationOf(const TreeLine& line) noexcept;  // milliseconds; 0 of an entry that was never ended
+Text NameOf(const TreeLine& line);
 
 }  // namespace tavio::companion

@@ -63,6 +63,8 @@ int Main(int count, wchar_t** arguments) try {
   AddMessageVerbs(app, run);
   AddListingVerbs(app, run);
   AddDesignVerbs(app, run);
+  AddDataVerbs(app, run);
+  AddTraceVerb(app, run);
   return Parse(app, Utf8Arguments(count, arguments), run);
 } catch (...) {
   return CouldNot(Translate().Description());

@@ -17,5 +17,7 @@ void AddMessageVerbs(CLI::App& app, Run& run);  // preview, send
 void AddListingVerbs(CLI::App& app, Run& run);  // actions, scenarios, inbox, outbox
 
 void AddDesignVerbs(CLI::App& app, Run& run);  // check, export, import
+void AddDataVerbs(CLI::App& app, Run& run);    // data describe, export, import, reset
+void AddTraceVerb(CLI::App& app, Run& run);
 
 }  // namespace tavio
