@@ -1,24 +1,21 @@
 #include <TavioClassBillAction.h>
 #include <Vexo.h>
 
-#include <cstdlib>
 #include <filesystem>
 #include <functional>
-#include <limits>
 #include <map>
-#include <random>
 
 #include "com/server/ErrorInformation.h"
 #include "com/server/TypeDescription.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
+#include "tests/support/Passed.h"
 
 namespace tavio::test {
 namespace {
 
 using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-using Integer = std::numeric_limits<std::int32_t>;
 
 const Text& ServerFolder() {
   static const Text folder = std::filesystem::path(GetAppFolder() + L"..\\bin\\").lexically_normal().wstring();
@@ -61,28 +58,6 @@ struct Call {
     return error.Number();
   }
 };
-
-VARIANT Variable(Value& value) {
-  VARIANT variable;
-  VariantInit(&variable);
-  variable.vt = VT_BYREF | VT_VARIANT;
-  variable.pvarVal = value.InPlace();
-  return variable;
-}
-
-VARIANT Typed(Value& value) {
-  VARIANT reference = {};
-  reference.vt = static_cast<VARTYPE>(VT_BYREF | value.Type());
-  reference.byref = &value.InPlace()->byref;
-  return reference;
-}
-
-// By value, in a variable, and by a reference of its own type if there is one.
-VARIANT Passed(Value& held, std::size_t way) {
-  if (way == 0) return held.Raw();
-  const auto type = held.Type();
-  return way == 1 || type == VT_EMPTY || type == VT_NULL || type == VT_DECIMAL ? Variable(held) : Typed(held);
-}
 
 // An object that stands for its only property, as hosts have them.
 class Standing : public LateBound {
@@ -323,8 +298,7 @@ TEST_F(ServerTest, ReferenceToNothingCountsAsLeftOut) {
   const auto message = Make(__uuidof(::Message));
   const Value text(L"[a]"), yes(true);
   for (const VARTYPE type : {VT_VARIANT, VT_BOOL, VT_I2, VT_BSTR}) {
-    VARIANT nowhere = {};
-    nowhere.vt = static_cast<VARTYPE>(VT_BYREF | type);
+    const VARIANT nowhere = Reference(type, nullptr);
     Call flag{L"TransMessage", {text.Raw(), nowhere, yes.Raw()}}, user{L"AddUser", {nowhere}};
     EXPECT_EQ(flag.On(message.Get()), S_OK) << type;
     EXPECT_EQ(Show(flag.result), R"("[a]")") << type;
@@ -439,75 +413,6 @@ TEST_F(ServerTest, ObjectLetGoWhileItWorksEndsWhenItIsDone) {
   ComPtr<IDispatch> set;
   EXPECT_EQ(scenarios->GetList(0, 0, &set), S_OK);
   EXPECT_EQ(Show(Dictionary(set)), "{1: {FMask: 1, Parent: 0, Level: 0}}");
-}
-
-Dictionary Action(const wchar_t* code) { return Record({{L"FCode", code}, {L"FEnvironment", 3}, {L"FID", 7}}); }
-
-// What hosts could ever pass.
-std::vector<Item> AllKinds() {
-  ForeignRecord foreign(Action(L"Save")), failing(Record({}));
-  for (const auto* member : {L"Lookup", L"Count", L"Clone", L"GetValue"}) failing.On(member, Failing(L"断开"));
-  std::vector<Item> all = {true, Short(-1), Value(), Value::Missing(), Value::Integers(std::vector{1, 2})};
-  for (const auto* text : {L"", L"Save", L"12", L"a[FBillNo]b[", L"True", L"1e400"}) all.push_back(text);
-  for (const auto number : {0, 1, 7, -1, Integer::max(), Integer::min()}) all.push_back(number);
-  for (const auto number : {2.5, 1e300, std::numeric_limits<double>::quiet_NaN()}) all.push_back(number);
-  for (const auto& list : {List({}), List({Action(L"a")})}) all.push_back(list);
-  for (const auto& record : {Dictionary(), Record({}), Action(L"Save"), foreign.Handle(), failing.Handle(),
-                             Record({{L"Save", Action(L"Save")}, {L"Check", Action(L"Check")}}),
-                             Record({{L"FMessage", L"[FBillNo]"}, {L"MessageUsers", Record({{L"3", 1}})}}),
-                             Record({{L"Page1", Record({{L"FBillNo", 5}})}, {L"FBillNo", Action(L"a")}}),
-                             Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}, {L"a", List({1})}})}) {
-    all.push_back(record);
-  }
-  all.push_back(Value(FakeObject().New()));
-  all.push_back(Value::Bytes({}));
-  for (const VARTYPE type :
-       {VT_NULL, VT_BSTR, VT_UNKNOWN, VT_DATE, VT_CY, VT_DECIMAL, VT_I8, VT_UI4, VT_UI1, VT_ERROR}) {
-    VARIANT variant = {};
-    variant.vt = type;
-    all.emplace_back(Value::In(variant));
-  }
-  return all;
-}
-
-// Three calls in four are as the member is meant to be called, with any arguments. Not called is what opens a dialog. The
-// calls are the same in every run; TAVIO_WILD_CALLS asks for more of them.
-TEST_F(ServerTest, NoWildCallCrashesOrLeaks) {
-  const char* asked = std::getenv("TAVIO_WILD_CALLS");
-  const int wanted = asked ? std::atoi(asked) : 250;
-  std::mt19937 random(20260101);
-  const auto below = [&](std::size_t limit) { return random() % limit; };
-  boxes.AnswerWith(BoxWatcher::kAny);
-  const auto folder = std::filesystem::current_path();
-  const auto kinds = AllKinds();
-  const std::pair<CLSID, IID> classes[] = {{__uuidof(::BillActions), __uuidof(_BillActions)},
-                                           {__uuidof(::PredefineActions), __uuidof(_PredefineActions)},
-                                           {__uuidof(::BillEnvironments), __uuidof(_BillEnvironments)},
-                                           {__uuidof(::Message), __uuidof(_Message)}};
-  for (const auto& [id, iid] : classes) {
-    auto members = MembersOf(iid);
-    std::erase_if(members, [](const auto& member) { return member.name == L"MustSelectMsgUser"; });
-    ComPtr<IDispatch> object;
-    int succeeded = 0;
-    for (int i = 0; i < wanted; ++i) {
-      if (i % 100 == 0) object = Make(id);
-      const auto& member = members[below(members.size())];
-      const bool meant = below(4) != 0;
-      std::vector<Value> held;
-      for (auto n = meant ? member.parameters.size() : below(6); n > 0; --n) {
-        held.push_back(kinds[below(kinds.size())].value.Copy());
-      }
-      std::vector<VARIANT> arguments;
-      for (auto& value : held) arguments.push_back(Passed(value, below(3)));
-      Call call{member.name.c_str(), arguments, meant ? static_cast<WORD>(member.kind) : static_cast<WORD>(below(16))};
-      if (!meant && below(3) == 0) call.names.assign(below(arguments.size() + 1), L"FCode");
-      succeeded += call.On(object.Get()) == S_OK;
-      boxes.Take();
-    }
-    EXPECT_GT(succeeded, wanted / 5) << "else the calls stop at their arguments";
-  }
-  std::filesystem::current_path(folder);
-  std::filesystem::remove_all(std::filesystem::path(ServerFolder() + L"temp"));
 }
 
 }  // namespace
