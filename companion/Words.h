@@ -10,7 +10,7 @@ struct Word {
   const wchar_t* english;
 };
 
-// In the client's language, which is read once per process: English where it is an English one, else Chinese.
+// In the client's language, which is read once per process: English if it is an English one, else Chinese.
 Text Say(const Word& word);
 bool SpeaksEnglish();
 

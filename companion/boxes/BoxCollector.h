@@ -29,13 +29,13 @@ class BoxCollector {
     int button = IDOK;
   };
 
-  // `object`: any one of the library. Raises Error where it is none.
+  // `object`: any one of the library. Raises Error if it is none.
   explicit BoxCollector(IUnknown* object);
   ~BoxCollector();
   BoxCollector(const BoxCollector&) = delete;
   BoxCollector& operator=(const BoxCollector&) = delete;
 
-  // A box whose text contains the part is answered with the button, where it has that; the first rule wins. Any other
+  // A box whose text contains the part is answered with the button, if it has that; the first rule wins. Any other
   // is answered with its default button.
   std::vector<Rule> rules;
   bool dialogSends = false;

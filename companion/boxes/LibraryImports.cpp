@@ -19,7 +19,7 @@ const IMAGE_IMPORT_DESCRIPTOR* ImportsOf(HMODULE module) noexcept {
   return directory.Size ? At<IMAGE_IMPORT_DESCRIPTOR>(module, directory.VirtualAddress) : nullptr;
 }
 
-// The place in which a module keeps the address of a function that it imports by name; null where it does not.
+// The place in which a module keeps the address of a function that it imports by name; null if it does not.
 void** SlotOf(HMODULE module, const char* function) noexcept {
   for (const auto* library = ImportsOf(module); library && library->Name; ++library) {
     if (_stricmp(At<char>(module, library->Name), "user32.dll") != 0 || !library->OriginalFirstThunk) continue;

@@ -8,7 +8,7 @@ namespace tavio::companion {
 // change. The module stays loaded meanwhile.
 class LibraryImports {
  public:
-  // The module whose code `object` runs. Raises Error where it calls no message boxes: then it is not the library, but
+  // The module whose code `object` runs. Raises Error if it calls no message boxes: then it is not the library, but
   // what stands for it in this process.
   explicit LibraryImports(IUnknown* object);
   ~LibraryImports();

@@ -175,7 +175,7 @@ const CheckedField* FindField(const std::vector<CheckedField>& fields, TextView 
   return found == fields.end() ? nullptr : &*found;
 }
 
-// The field that took the place of a vanished one; null where none did.
+// The field that took the place of a vanished one; null if none did.
 const CheckedField* Successor(const CheckedField& vanished, const Subject& older, const Subject& present) {
   for (const auto& field : present.fields) {
     const bool isNew = !FindField(older.fields, field.name);

@@ -12,7 +12,7 @@ struct Finding {
   const char* rule;
   Severity severity = Severity::kWarning;
   Text action;
-  std::int32_t scenario = 0;  // the mask of the message; 0 where the action or the bill type itself is meant
+  std::int32_t scenario = 0;  // the mask of the message; 0 if the action or the bill type itself is meant
   Text place;                 // a field of the message, a field of the bill
   Text what;
   Text todo;
@@ -27,7 +27,7 @@ Findings Check(const Subject& subject, Users& users);
 // same page has been renamed: every message that uses it is named, with its text under the new name.
 Findings CheckAgainst(const Subject& older, const Subject& present);
 
-// The name among `names` that `name` was probably meant to be; empty where none is near.
+// The name among `names` that `name` was probably meant to be; empty if none is near.
 Text Nearest(const Text& name, const std::vector<Text>& names);
 
 Json ToJson(const Findings& findings);

@@ -44,7 +44,7 @@ bool IsUnseen(const ChannelInput& input, const wchar_t* progId) {
 
 Text CannotCreate(const wchar_t* progId) { return Say(words::kCannotCreate) + L" " + progId; }
 
-// The first failure of a component that the channel cannot do without; empty where there was none.
+// The first failure of a component that the channel cannot do without; empty if there was none.
 Text FailureOf(const Sending& sending, const ChannelInput& input, std::initializer_list<const wchar_t*> needed) {
   for (const auto* progId : needed) {
     if (IsUnseen(input, progId)) return CannotCreate(progId);

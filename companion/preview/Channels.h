@@ -23,7 +23,7 @@ struct ChannelInput {
   const Secrets& secrets;
   Users& users;
   const std::vector<Text>& unseen;         // components that nobody can create
-  const std::vector<FieldUser>& fields;    // of the bill, where it is known
+  const std::vector<FieldUser>& fields;    // of the bill, if it is known
   const std::vector<Text>& fieldCaptions;  // all that could hold users
 };
 

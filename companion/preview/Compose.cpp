@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kMostNamed = 12;
 
-// Texts joined for a message, cut where there are many.
+// Texts joined for a message, cut if there are many.
 class Named {
  public:
   void Add(TextView name) {

@@ -18,7 +18,7 @@ class Users {
   };
 
   void Ask(const std::set<std::int32_t>& ids);
-  // Whether the tables could be read at all; where not, nobody is found.
+  // Whether the tables could be read at all; if not, nobody is found.
   bool AreKnown() const noexcept { return known_; }
   const User* Find(std::int32_t id) const;
 
@@ -37,8 +37,8 @@ struct Listed {
   bool isNumber = true;  // whether its ID can be read
 };
 
-// The entries of a list of the message package; `typed` where entries may name a type and an ID of their own. Empty
-// where there is no list.
+// The entries of a list of the message package; `typed` if entries may name a type and an ID of their own. Empty
+// if there is no list.
 std::vector<Listed> ListedIn(const Dictionary& list, bool typed);
 
 // Joins addresses as the library does, and tells of what a dropped one is a part.
@@ -46,7 +46,7 @@ class Joining {
  public:
   explicit Joining(Char separator) : list_(separator), separator_(separator) {}
 
-  // Empty where the address was taken.
+  // Empty if the address was taken.
   std::vector<Text> Add(const Text& address);
   const Text& Joined() const noexcept { return list_.Joined(); }
 

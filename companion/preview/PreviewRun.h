@@ -5,7 +5,7 @@
 
 namespace tavio::companion {
 
-// What a preview may know beyond the message object itself; unset where it does not.
+// What a preview may know beyond the message object itself; unset if it does not.
 struct Context {
   Dictionary bill;
   Dictionary tableInfo;
@@ -14,8 +14,8 @@ struct Context {
 };
 
 // Lets the message object's own sending operations run while a recorder keeps everything from the platform that would
-// send, print or store. The object is as it was afterwards. Raises Error where the recorder cannot stand before all of
-// that, and where one runs already.
+// send, print or store. The object is as it was afterwards. Raises Error if the recorder cannot stand before all of
+// that, and if one runs already.
 Result PreviewOf(const Component& message, const Context& context);
 
 }  // namespace tavio::companion

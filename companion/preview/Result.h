@@ -14,12 +14,12 @@ enum class Reason { kGetsIt, kExcluded, kUnknown, kForbidden, kUnanswered, kNoAd
 struct Person {
   Text type = L"U";  // as in FUserType
   std::int32_t id = 0;
-  Text name;  // empty where nobody knows it
+  Text name;  // empty if nobody knows it
   Reason reason = Reason::kGetsIt;
   Text address;              // or number
   std::vector<Text> fields;  // the bill fields that brought him in, who is not listed
   bool fieldsAreSure = true;
-  std::vector<Text> within;  // of what is joined so far, where he was dropped; for a notice the users of that number
+  std::vector<Text> within;  // of what is joined so far, if he was dropped; for a notice the users of that number
   // The platform's word on users who get a system message all the same, or on why it did not answer.
   bool isUnknown = false;
   bool isForbidden = false;
@@ -31,10 +31,10 @@ enum class ChannelKind { kSystemMessage, kMail, kShortMessage, kApproval };
 struct Channel {
   ChannelKind kind = ChannelKind::kSystemMessage;
   bool sent = false;        // what the operation answered
-  Text component;           // that the request went to; empty where there was none
-  Json request;             // null where there was none
+  Text component;           // that the request went to; empty if there was none
+  Json request;             // null if there was none
   std::vector<Text> boxes;  // that its user would have seen
-  Text problem;             // of the whole channel; empty where there is none
+  Text problem;             // of the whole channel; empty if there is none
   std::vector<Person> people;
 };
 
@@ -61,7 +61,7 @@ struct Result {
   std::array<Channel, 4> channels;
 };
 
-// One person on all channels; null where he is not one of a channel's people.
+// One person on all channels; null if he is not one of a channel's people.
 struct PersonRow {
   Text type;
   std::int32_t id = 0;
@@ -72,7 +72,7 @@ struct PersonRow {
 // In the order in which they first occur. They refer to `result`.
 std::vector<PersonRow> RowsOf(const Result& result);
 
-// "16394 张伟", with the type where it is no user.
+// "16394 张伟", with the type if it is no user.
 Text NameOf(const PersonRow& row);
 const Word& NameOf(ChannelKind kind);
 // Why he does not get it, or how he came in, in words.

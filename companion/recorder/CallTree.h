@@ -7,7 +7,7 @@ namespace tavio::companion {
 // What was recorded, for readers: secrets are masked, and calls of the log itself are left out.
 
 // The calls in order: FComponent, FMember, FKind ("create", "call", "assign"), FEntry, Arguments, Answer, WrittenBack
-// (only where an argument was changed), FResult, FDescription, FPassed, FBroken, FBegin, FEnd (milliseconds).
+// (only if an argument was changed), FResult, FDescription, FPassed, FBroken, FBegin, FEnd (milliseconds).
 Json CallsOf(const Recording& recording);
 // The log entries in order of their beginning: FNumber, FParent, FLabel, FOutcome (null while open), FBegin, FEnd.
 Json EntriesOf(const Recording& recording);

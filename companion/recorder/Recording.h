@@ -18,13 +18,13 @@ struct Call {
 
   Kind kind = Kind::kCall;
   const wchar_t* progId = nullptr;
-  Text member;             // empty where it is created
-  std::int32_t entry = 0;  // the number of the log entry that it belongs to; 0 where there is none
+  Text member;             // empty if it is created
+  std::int32_t entry = 0;  // the number of the log entry that it belongs to; 0 if there is none
   bool passed = true;      // whether the component itself answered
   bool broken = false;     // whether it failed because it was told to
   std::vector<Snapshot> arguments;
   Snapshot answer;
-  Snapshot writtenBack;  // a list of the arguments afterwards, where a text or number among them was changed
+  Snapshot writtenBack;  // a list of the arguments afterwards, if a text or number among them was changed
   HRESULT result = S_OK;
   Text description;  // of a failure
   double begin = 0;  // milliseconds since the recording began
@@ -74,10 +74,10 @@ class Recording : public std::enable_shared_from_this<Recording> {
   Recording(const Recording&) = delete;
   Recording& operator=(const Recording&) = delete;
 
-  // The one that runs in this thread; null where none does.
+  // The one that runs in this thread; null if none does.
   static std::shared_ptr<Recording> Running() noexcept;
 
-  // Raises Error where another one runs.
+  // Raises Error if another one runs.
   void Start();
   void Stop() noexcept;
   bool IsRunning() const noexcept;
@@ -85,7 +85,7 @@ class Recording : public std::enable_shared_from_this<Recording> {
   // `detail`: what is raised (a text), answered (of a wrong type) or waited for (milliseconds); empty for the usual.
   void Break(Breaker::Breakage breakage, Value detail);
 
-  // Whether the component is made through this recording: it is asked for once, and let go of again. True too where
+  // Whether the component is made through this recording: it is asked for once, and let go of again. True too if
   // nobody could make it.
   bool StandsBefore(const wchar_t* progId) const;
   // Those that are not registered, which nobody can stand before.
@@ -93,7 +93,7 @@ class Recording : public std::enable_shared_from_this<Recording> {
 
   const std::deque<Call>& Calls() const noexcept { return calls_; }
   const std::vector<LogEntry>& Entries() const noexcept { return entries_; }
-  // Whether the library logs here: it does not where it looked for its log before the recording began.
+  // Whether the library logs here: it does not if it looked for its log before the recording began.
   bool HasEntries() const noexcept { return !entries_.empty(); }
 
  private:
@@ -112,7 +112,7 @@ class Recording : public std::enable_shared_from_this<Recording> {
   void CloseEntry(std::int32_t handle, std::int32_t outcome);
   std::int32_t OpenNow() const noexcept { return open_.empty() ? 0 : open_.back(); }
   HRESULT BreakCreation(std::size_t breakage);
-  // Empty where the call goes on.
+  // Empty if the call goes on.
   std::optional<HRESULT> BreakCall(std::size_t breakage, const Invocation& call);
   double Now() const noexcept;
 

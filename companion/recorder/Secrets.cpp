@@ -9,7 +9,7 @@ namespace tavio::companion {
 namespace {
 
 constexpr wchar_t kMask[] = L"***";
-// A shorter one is masked only where it is the whole text: it would be found in half of all words.
+// A shorter one is masked only if it is the whole text: it would be found in half of all words.
 constexpr std::size_t kLeastInside = 4;
 
 constexpr TextView kSecretNames[] = {L"PASSWORD", L"PASSWD", L"PWD", L"CONNECTSTRING", L"CONNECTIONSTRING"};

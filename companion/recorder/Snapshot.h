@@ -20,7 +20,7 @@ struct Snapshot {
   // Copies at most `room` entries of packages, nested ones included. Never raises: what cannot be read is left out.
   static Snapshot Of(const VARIANT& variant, std::int32_t room) noexcept;
 
-  // The entry of a record; null where there is none.
+  // The entry of a record; null if there is none.
   const Snapshot* Find(TextView key) const noexcept;
   // The text of a value; empty for anything else.
   Text ToText() const;

@@ -14,9 +14,9 @@ bool HasErrorConsole();
 // The line that the user types, without its end; empty at the end of the input.
 Text ReadLine();
 
-// Writes a text to a file as UTF-8. Raises Error where it cannot.
+// Writes a text to a file as UTF-8. Raises Error if it cannot.
 void WriteFile(const Text& path, TextView text);
-// Raises Error where the file cannot be read.
+// Raises Error if the file cannot be read.
 std::string ReadFile(const Text& path);
 
 }  // namespace tavio::console

@@ -5,7 +5,7 @@
 namespace tavio {
 
 // A class of the companion: the registered one, else that of the TavioCompanion.dll beside this program. Raises Error
-// where there is neither.
+// if there is neither.
 Component CreateCompanion(const wchar_t* progId, const CLSID& id);
 
 // A program that talks to the library: in an apartment of its own, with nobody at its message boxes.
