@@ -22,12 +22,17 @@ void RefuseForeignClass(const std::wstring& progId) {
   throw Error(HRESULT_FROM_WIN32(ERROR_OBJECT_ALREADY_EXISTS), L"FakeComponent", progId);
 }
 
+// A key that goes with the system, at the latest, if the test program crashes.
 void WriteProgId(const std::wstring& progId, const CLSID& id) {
   wchar_t text[40];
   const int units = StringFromGUID2(id, text, 40);
-  const auto key = kClasses + progId + L"\\CLSID";
   const auto bytes = static_cast<DWORD>(static_cast<std::size_t>(units) * sizeof(wchar_t));
-  const LSTATUS status = RegSetKeyValueW(HKEY_LOCAL_MACHINE, key.c_str(), nullptr, REG_SZ, text, bytes);
+  const auto name = kClasses + progId + L"\\CLSID";
+  HKEY key = nullptr;
+  LSTATUS status = RegCreateKeyExW(HKEY_LOCAL_MACHINE, name.c_str(), 0, nullptr, REG_OPTION_VOLATILE, KEY_WRITE,
+                                   nullptr, &key, nullptr);
+  if (status == ERROR_SUCCESS) status = RegSetKeyValueW(key, nullptr, nullptr, REG_SZ, text, bytes);
+  RegCloseKey(key);
   Check(HRESULT_FROM_WIN32(static_cast<unsigned long>(status)));
 }
 
