@@ -31,8 +31,9 @@ Listed ListedAs(TextView key, const Dictionary& entry) {
     Text type;
     entry.GetValue(L"FUserType"_key)->AppendTo(type);
     if (!type.empty()) listed.type = type;
-    if (entry.Lookup(L"FUserID"_key)) {
-      ReadId(listed, *entry.Get(L"FUserID"_key));
+    const auto id = entry.Find(L"FUserID"_key);
+    if (id && !(*id)->IsNull() && !(*id)->EqualsText(L"")) {
+      ReadId(listed, **id);
       return listed;
     }
   }
@@ -46,7 +47,7 @@ void Users::Ask(const std::set<std::int32_t>& ids) {
   Text some;
   std::size_t count = 0;
   for (const auto id : ids) {
-    if (users_.contains(id)) continue;
+    if (!asked_.insert(id).second) continue;
     some += (some.empty() ? L"" : L",") + std::to_wstring(id);
     if (++count % kAtOnce == 0) AskSome(std::exchange(some, {}));
   }

@@ -26,6 +26,7 @@ class Users {
   void AskSome(const Text& ids);
 
   bool known_ = true;
+  std::set<std::int32_t> asked_;
   std::map<std::int32_t, User> users_;
 };
 

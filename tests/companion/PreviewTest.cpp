@@ -74,6 +74,7 @@ Component ReasonsMessage() {
     package.Set(Key(TextView(list)), Users({16395, 16397, 16398, 16400, 16396, 7001, 7002, 7003, 7004, 7005}));
   }
   PackageAt(package, L"MessageUsers"_key).Remove(L"16396"_key);  // a bill field brings this one in
+  PackageAt(PackageAt(package, L"EmailUsers"_key), L"7005"_key).Set(L"FUserID"_key, Value(L""));
   message.Call(L"AddVariable", Record({{L"FName", L"FHost"}, {L"FCaption", L"宿主"}, {L"FValue", L"h"}}));
   message.Call(L"AddVariable", Record({{L"FName", L"FGroup"}, {L"FCaption", L"组"}}));
   PackageAt(Dictionary(message.Call(L"GetVariableList")), L"FGroup"_key).Remove(L"FValue"_key);
@@ -213,6 +214,13 @@ const FailureRow kFailureRows[] = {
        PackageOf(m).Set(L"MessageUsers"_key, Record({{L"x1", 0}}));
      },
      L"system", "TavioClassBillAction.Message : SendMessage\r\n类型不匹配"},
+    {"one more than can be counted",
+     [](const Component& m) {
+       const auto many = Dictionary::New();
+       for (std::int32_t user = 1; user <= 32769; ++user) many.Set(Key(user), Dictionary::New());
+       PackageOf(m).Set(L"MessageUsers"_key, many);
+     },
+     L"system", "接收人超过32767个: TavioClassBillAction.Message : SendMessage\r\n溢出"},
     {"nobody left", [](const Component& m) { PackageOf(m).Set(L"EmailUsers"_key, Users({16398})); }, L"mail",
      "没有可发送的地址或号码"},
 };
@@ -225,6 +233,45 @@ TEST(PreviewTest, NamesTheFailureOfAWholeChannel) {
     const Dictionary result(preview.Call(L"OfMessage", Value(message.Object())));
     EXPECT_EQ(Utf8(ChannelOf(result, row.channel).Get(L"FProblem"_key)->ToText()), row.problem) << row.name;
   }
+}
+
+// Without a gateway a mail goes over SMTP, if a server is set. Stands in for the settings of the client for its time.
+class MailServer {
+ public:
+  MailServer() {
+    Execute(L"update t_Setting set FValue = 'smtp' where FName = 'MailWay'");
+    Set(L"mail.example.com");
+  }
+  ~MailServer() {
+    Set(L"");
+    Execute(L"update t_Setting set FValue = 'outbox' where FName = 'MailWay'");
+  }
+
+ private:
+  static void Set(const wchar_t* server) {
+    const auto profile = Component::Create(L"TavioClientBase.UserProfile");
+    profile.Assign(L"UserIndependent", Value(true));
+    const Dictionary settings(profile.Call(L"Load", L"Base_EMAIL", L"Setting"));
+    settings.Set(L"txtMailSrv"_key, Value(server));
+    settings.Set(L"chkSmtp"_key, Value(true));
+    settings.Set(L"txtRZPassword"_key, Value(L"geheim-17"));
+    profile.Call(L"Save", L"Base_EMAIL", L"Setting", settings);
+  }
+};
+
+TEST(PreviewTest, ShowsWhatTheMailServerWouldGet) {
+  const MailServer server;
+  const auto message = HostMessage();
+  PackageOf(message).Set(L"EmailUsers"_key, Users({16395, 16396}));
+  const auto preview = Preview();
+  const auto mail = ChannelOf(Dictionary(preview.Call(L"OfMessage", Value(message.Object()))), L"mail");
+  EXPECT_EQ(Show(*mail.Get(L"FComponent"_key)), "\"Jmail.Message\"");
+  EXPECT_EQ(ReasonOf(mail, 16395), "gets it");
+  EXPECT_EQ(Show(*mail.Get(L"Request"_key)),
+            "{Charset: \"GB2312\", ContentTransferEncoding: \"base64\", Encoding: \"base64\", ISOEncodeHeaders: true, "
+            "Logging: true, MailServerUserName: \"\", MailServerPassWord: \"***\", From: \"platform@example.com\", "
+            "FromName: \"示范平台\", AddRecipient: [\"lina@example.com\", \"wangfang@example.com\"], Subject: \"\", "
+            "HTMLBody: \"\", Send: \"mail.example.com\"}");
 }
 
 // A process can have a manifest that is asked before any class object: the preview would send in earnest.
