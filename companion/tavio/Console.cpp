@@ -27,11 +27,21 @@ void Write(DWORD which, TextView text) {
   ::WriteFile(stream, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
 }
 
+// In the system's words, without the line end behind them.
+Text WordsFor(DWORD failure) {
+  wchar_t words[512];
+  constexpr DWORD kHow = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS;
+  const DWORD length = FormatMessageW(kHow, nullptr, failure, 0, words, static_cast<DWORD>(std::size(words)), nullptr);
+  if (length == 0) return Error::FromHresult(HRESULT_FROM_WIN32(failure)).Description();
+  const TextView text(words, length);
+  return Text(text.substr(0, text.find_last_not_of(L"\r\n .。") + 1));
+}
+
 FileHandle Open(const Text& path, DWORD access, DWORD how) {
   FileHandle file(CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr));
   if (file) return file;
-  const auto why = HRESULT_FROM_WIN32(GetLastError());
-  throw Error(why, L"tavio", path + L": " + Error::FromHresult(why).Description());
+  const DWORD failure = GetLastError();
+  throw Error(HRESULT_FROM_WIN32(failure), L"tavio", path + L": " + WordsFor(failure));
 }
 
 }  // namespace

@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <limits>
 #include <memory>
 
 #include "companion/preview/Compose.h"
@@ -50,6 +51,8 @@ Json Scenarios() {
   }
   return records;
 }
+
+const CLI::Range kCounts(0, std::numeric_limits<std::int32_t>::max());
 
 struct Box {
   std::int32_t user = 0;
@@ -110,12 +113,12 @@ void AddListingVerbs(CLI::App& app, Run& run) {
   const auto box = std::make_shared<Box>();
   auto* inbox = app.add_subcommand("inbox", "List the system messages that arrived (development platform)");
   inbox->add_option("--user", box->user, "Of one recipient");
-  inbox->add_option("--last", box->last, "How many, 0: all")->capture_default_str();
+  inbox->add_option("--last", box->last, "How many, 0: all")->check(kCounts)->capture_default_str();
   inbox->callback([box, &run] { PrintRecords(Inbox(*box), run); });
 
   auto* outbox =
       app.add_subcommand("outbox", "List the mails and short messages that were sent (development platform)");
-  outbox->add_option("--last", box->last, "How many, 0: all")->capture_default_str();
+  outbox->add_option("--last", box->last, "How many, 0: all")->check(kCounts)->capture_default_str();
   outbox->callback([box, &run] { PrintRecords(Outbox(*box), run); });
 }
 

@@ -36,6 +36,7 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Run& run) try
     return !verbs.empty();
   };
   const auto first = std::find_if(arguments.begin(), arguments.end(), [](const auto& a) { return a[0] != '-'; });
+  if (arguments.empty()) return CouldNot(FromUtf8("a verb is missing; there are: " + VerbsOf(app)));
   if (first != arguments.end() && !isVerb(*first)) {
     return CouldNot(FromUtf8("unknown verb '" + *first + "'; there are: " + VerbsOf(app)));
   }
@@ -43,8 +44,7 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Run& run) try
   app.parse(arguments);
   return run.exitCode;
 } catch (const CLI::Success&) {
-  const auto chosen = app.get_subcommands();
-  console::Print(FromUtf8((chosen.empty() ? app : *chosen.front()).help()));
+  console::Print(FromUtf8(app.help()));
   return kFine;
 } catch (const CLI::ParseError& error) {
   return CouldNot(FromUtf8(error.what()));
