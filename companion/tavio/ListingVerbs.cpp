@@ -52,7 +52,7 @@ Json Scenarios() {
   return records;
 }
 
-const CLI::Range kCounts(0, std::numeric_limits<std::int32_t>::max());
+const CLI::Range kCounts(0, std::numeric_limits<std::int32_t>::max(), "from 0");
 
 struct Box {
   std::int32_t user = 0;
