@@ -5,9 +5,7 @@
 namespace tavio::vexo {
 namespace {
 
-void HandOut(const VARIANT& value, VARIANT* result) {
-  Check(VariantCopyInd(result, const_cast<VARIANT*>(&value)));  // only read
-}
+void HandOut(const VARIANT& value, VARIANT* result) { *result = Value::CopyOf(value).Detach(); }
 
 bool IsLeftOut(const VARIANT& argument) noexcept {
   return argument.vt == VT_ERROR && argument.scode == DISP_E_PARAMNOTFOUND;

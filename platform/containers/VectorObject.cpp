@@ -28,7 +28,7 @@ STDMETHODIMP VectorObject::get_Item(LONG index, VARIANT* result) {
     if (item) Check(VariantCopy(result, const_cast<VARIANT*>(item)));  // only read
   });
   if (item || FAILED(answered)) return answered;
-  return com::Raise(__uuidof(_Vector), DISP_E_BADINDEX, L"Vexo.Vector", L"下标越界");
+  return com::Guarded([] { return com::Raise(__uuidof(_Vector), DISP_E_BADINDEX, L"Vexo.Vector", L"下标越界"); });
 }
 
 STDMETHODIMP VectorObject::get__NewEnum(IUnknown** result) {

@@ -3,9 +3,9 @@
 
 namespace tavio {
 
-// The interface of ADODB.Stream, whose header not every compiler has: the four methods that are called, and in their
-// places the others. It has a name outside this file, too: of one that has none a compiler sees that nobody implements
-// it, and takes the calls for ones that never happen.
+// The interface of ADODB.Stream, whose header not every compiler has: the four methods that are called, and the others
+// to keep their places. Not in an unnamed namespace: the compiler would see that nothing implements it, and drop the
+// calls.
 struct IStreamObject : IDispatch {
   enum : LONG { kBinary = 1, kCreateOrOverwrite = 2 };
 

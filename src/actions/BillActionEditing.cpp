@@ -4,6 +4,7 @@
 #include "foundation/environment/Operation.h"
 #include "foundation/environment/ResText.h"
 #include "foundation/environment/ShowMessage.h"
+#include "foundation/packages/Fields.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/Text.h"
 
@@ -33,7 +34,8 @@ bool UserAgrees(std::int32_t style) { return ShowMessage(LoadResText(kDeleteAllQ
 
 // An action that never got a status counts as new.
 std::int32_t StatusOf(const Dictionary& action) {
-  return action.GetValue(L"FStatus"_key, Value(kStatusNew))->ToInt32();
+  const auto status = action.GetValue(L"FStatus"_key, Value(kStatusNew));
+  return status->IsNull() ? kStatusNew : status->ToInt32();
 }
 
 void MarkDeleted(const Dictionary& action) { action.Set(L"FStatus"_key, Value(StatusAfterRemoval(StatusOf(action)))); }
@@ -41,16 +43,15 @@ void MarkDeleted(const Dictionary& action) { action.Set(L"FStatus"_key, Value(St
 void TakeOverIdentity(const Dictionary& stored, const Dictionary& copy) {
   copy.Set(L"FID"_key, *stored.Get(L"FID"_key));
   const auto status = stored.GetValue(L"FStatus"_key);
-  copy.Set(L"FStatus"_key, Value(status->IsEmpty() ? kStatusModified : StatusAfterEdit(status->ToInt32())));
+  const bool hasStatus = !status->IsEmpty() && !status->IsNull();
+  copy.Set(L"FStatus"_key, Value(hasStatus ? StatusAfterEdit(status->ToInt32()) : kStatusModified));
 }
-
-Text CodeText(const Dictionary& action, const Key& key) { return action.GetValue(key)->ToText(); }
 
 }  // namespace
 
 // Shows why a code is refused.
 bool BillActions::Accept(const Dictionary& action) const {
-  const auto fault = CheckActionCode(CodeText(action, L"FCode"_key));
+  const auto fault = CheckActionCode(TextAt(action, L"FCode"_key));
   if (fault == ActionCodeFault::kNone) return true;
   Warn(TextOf(fault));
   return false;
@@ -83,8 +84,8 @@ bool BillActions::AddNew(const Dictionary& action) noexcept {
     RequireBinding(L"AddNew");
     if (!action || !Accept(action)) return;
     const auto copy = Prepare(action);
-    auto storedCode = CodeText(copy, L"FCode_Old"_key);
-    if (storedCode.empty()) storedCode = CodeText(copy, L"FCode"_key);
+    auto storedCode = TextAt(copy, L"FCode_Old"_key);
+    if (storedCode.empty()) storedCode = TextAt(copy, L"FCode"_key);
     if (const auto found = FindReported(storedCode)) {
       Replace(*found, copy);
     } else {
@@ -109,7 +110,7 @@ bool BillActions::Update(const Dictionary& action) noexcept {
     RequireBinding(L"Update");
     if (!action || !Accept(action)) return;
     const auto copy = Prepare(action);
-    if (const auto found = FindReported(CodeText(copy, L"FCode"_key))) TakeOverIdentity(found->action, copy);
+    if (const auto found = FindReported(TextAt(copy, L"FCode"_key))) TakeOverIdentity(found->action, copy);
     Store(copy);
     stored = true;
   });
@@ -129,8 +130,9 @@ bool BillActions::Remove(TextView code) noexcept {
   return Operation<bool>(kLabels, [&](bool& removed) {
     const auto found = FindReported(code);
     if (!found || (IsLastLive(code) && !UserAgrees(kAskForLast))) return;
-    const auto stored = actions_.Find(Key(TextView(found->key)));
-    if (!stored) return;  // the host goes on while its user is asked
+    const auto collection = actions_;  // the host goes on while its user is asked
+    const auto stored = collection ? collection.Find(Key(TextView(found->key))) : std::nullopt;
+    if (!stored) return;
     MarkDeleted(Dictionary(**stored));
     removed = true;
   });
@@ -140,7 +142,7 @@ void BillActions::RemoveAll() noexcept {
   constexpr Labels kLabels{.log = L"TavioClassBillAction.BillActions.RemoveAll 清空所有操作",
                            .report = L"TavioClassBillAction.BillActions : RemoveAll "};
   Operation(kLabels, [&] {
-    if (!actions_ || !UserAgrees(kAskForAll)) return;
+    if (!actions_ || !UserAgrees(kAskForAll) || !actions_) return;
     for (const auto& entry : Entries(actions_)) MarkDeleted(entry.Record());
   });
 }

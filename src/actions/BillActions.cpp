@@ -13,7 +13,8 @@ void BillActions::RequireBinding(TextView operation) const {
 void BillActions::ClassType(Dictionary value) {
   classType_ = value;
   if (!value) return;
-  if (const auto id = value.Find(L"FID"_key)) classTypeId_ = (*id)->ToInt32();
+  const auto id = value.Find(L"FID"_key);
+  if (id && !(*id)->IsNull()) classTypeId_ = (*id)->ToInt32();
 }
 
 void BillActions::Initialize() noexcept { LoadReported(); }

@@ -19,6 +19,12 @@ constexpr std::int32_t kNoMask = 0;
 
 std::int32_t MaskOf(const Dictionary& action) { return NumberAt(action, L"FRightMask"_key, kNoMask); }
 
+// A database null is no code, not even "".
+std::optional<Text> CodeOf(const Dictionary& action) {
+  const auto code = action.GetValue(L"FCode"_key);
+  return code->IsNull() ? std::nullopt : std::optional(code->ToText());
+}
+
 void CopyIfPresent(const Dictionary& from, const Key& key, const Dictionary& to) {
   const auto held = from.GetValue(key);
   if (!held->IsEmpty()) to.Set(key, *held);
@@ -29,14 +35,15 @@ class KnownActions {
  public:
   explicit KnownActions(const Component& catalogue) {
     for (const auto& action : Records(Vector(catalogue.Call(L"GetList")))) {
-      byCode_.try_emplace(TextAt(action, L"FCode"_key), action);
+      if (const auto code = CodeOf(action)) byCode_.try_emplace(*code, action);
       masks_ |= MaskOf(action);
     }
   }
 
   // The masks of the catalogue become those of an action that it knows. Answers whether it does.
   bool LendMasks(const Dictionary& action) const {
-    const auto known = byCode_.find(TextAt(action, L"FCode"_key));
+    const auto code = CodeOf(action);
+    const auto known = code ? byCode_.find(*code) : byCode_.end();
     if (known == byCode_.end()) return false;
     CopyIfPresent(known->second, L"FRightMask"_key, action);
     CopyIfPresent(known->second, L"FRightUseMask"_key, action);

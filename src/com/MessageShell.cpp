@@ -3,12 +3,14 @@
 namespace tavio::com {
 namespace {
 
-// A by-reference flag as a bool for the time of a call. One that an early-bound caller left null is false.
+// A by-reference flag as a bool for the time of a call; written only if the call changes it. One that an early-bound
+// caller left null is false.
 class Flag {
  public:
-  explicit Flag(VARIANT_BOOL* target) noexcept : target_(target), value_(target && *target != VARIANT_FALSE) {}
+  explicit Flag(VARIANT_BOOL* target) noexcept
+      : target_(target), given_(target && *target != VARIANT_FALSE), value_(given_) {}
   ~Flag() {
-    if (target_) HandOut(target_, value_);
+    if (target_ && value_ != given_) HandOut(target_, value_);
   }
   Flag(const Flag&) = delete;
   Flag& operator=(const Flag&) = delete;
@@ -17,6 +19,7 @@ class Flag {
 
  private:
   VARIANT_BOOL* target_;
+  bool given_;
   bool value_;
 };
 

@@ -14,14 +14,20 @@
 
 namespace tavio::com {
 
+// Describes a failure to the caller of a member that raises; answers the member's result.
+inline HRESULT Explain(REFIID iid, const Error& error) noexcept try {
+  return Raise(iid, error.Number(), error.Source(), Describe(error));
+} catch (const std::bad_alloc&) {
+  return Undescribed(E_OUTOFMEMORY);
+}
+
 // Runs a member without a result. No exception leaves it.
 template <class Body>
 HRESULT Run(REFIID iid, Body&& body) noexcept try {
   body();
   return S_OK;
 } catch (...) {
-  const Error error = Translate();
-  return Raise(iid, error.Number(), error.Source(), Describe(error));
+  return Explain(iid, Translate());
 }
 
 // How results cross the boundary; each hands a new reference or allocation to the caller.

@@ -51,7 +51,7 @@ Text RegistryValue(const wchar_t* name) {
   constexpr DWORD kKinds = RRF_RT_REG_SZ | RRF_RT_REG_DWORD | RRF_RT_REG_QWORD;
   DWORD type = REG_NONE, bytes = 0;
   if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, name, kKinds, nullptr, nullptr, &bytes) != ERROR_SUCCESS) return {};
-  std::vector<std::byte> data(bytes);
+  std::vector<std::byte> data(bytes + sizeof(wchar_t));  // ends with a zero, whatever is stored
   if (RegGetValueW(HKEY_LOCAL_MACHINE, kKey, name, kKinds, &type, data.data(), &bytes) != ERROR_SUCCESS) return {};
   if (type != REG_DWORD && type != REG_QWORD) return reinterpret_cast<const wchar_t*>(data.data());
   std::uint64_t number = 0;
@@ -59,9 +59,17 @@ Text RegistryValue(const wchar_t* name) {
   return std::to_wstring(number);
 }
 
-Text Setting(const Dictionary& profile, const wchar_t* name) {
+// Empty if it cannot be read.
+Text Stored(const Dictionary& profile, const wchar_t* name) try {
   Text stored;
   profile.GetValue(Key(TextView(name)))->AppendTo(stored);
+  return stored;
+} catch (const Error&) {
+  return {};
+}
+
+Text Setting(const Dictionary& profile, const wchar_t* name) {
+  const Text stored = Stored(profile, name);
   const auto trimmed = TrimBlanks(stored);
   return Text(trimmed.empty() ? TrimBlanks(RegistryValue(name)) : trimmed);
 }

@@ -16,7 +16,6 @@ class MessageFile {
   // single-precision number of that value, which is usually in exponent notation ("1.639412E+09").
   explicit MessageFile(const Text& number);
 
-  const Text& Path() const noexcept { return path_; }
   // Writes the text in the system's multi-byte code page, followed by a carriage return and a line feed.
   void WriteTempFile(TextView text) const;
   // In bytes. A failure is shown, and answers 0.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+
 #include "foundation/values/Text.h"
 
 namespace tavio {

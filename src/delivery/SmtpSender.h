@@ -7,7 +7,7 @@ namespace tavio {
 // Sends mail over SMTP by itself, through Jmail.Message, if the platform's mail gateway is not there.
 class SmtpSender {
  public:
-  // With the settings of LoadMailSettings.
+  // With the settings of LoadMailSettings; raises Error as that does.
   SmtpSender();
 
   bool HasServer() const { return !Setting(L"txtMailSrv").empty(); }

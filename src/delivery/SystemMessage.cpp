@@ -57,7 +57,7 @@ void SendSystemMessage(const SystemMessage& message, bool& sent) {
   auto sender = properties.GetCurrentUserID();
   const MessageFile file(std::to_wstring(sender) + std::to_wstring(FileNumbers().NextFileNumber()));
   file.WriteTempFile(message.content);
-  std::int32_t length = std::max(file.GetTempFileSize() - kLineEnd, std::int32_t{0});
+  std::int32_t length = std::max(file.GetTempFileSize(), kLineEnd) - kLineEnd;
   // The reader takes the carriage return along, so the array is one byte longer than the length passed beside it.
   auto bytes = Value::Bytes(file.ReadTempFile(length));
   auto users = Value::Integers(message.users);

@@ -14,8 +14,8 @@ struct SystemMessage {
   std::int32_t billId;
 };
 
-// The user IDs that are the keys of a list of recipients, in its order. Raises an overflow beyond 32,767 of them, and a
-// type mismatch for a key that is no number.
+// The user IDs that are the keys of a list of recipients, in its order. Raises an overflow beyond 32,767 of them and for
+// a key beyond 32 bits, and a type mismatch for a key that is no number.
 std::vector<std::int32_t> UserIdsOf(const Dictionary& recipients);
 
 // Hands a message to the platform's command, as bytes that go through a temporary file. `sent` is true once the

@@ -57,7 +57,8 @@ void StoreVariable(const Dictionary& variables, const Dictionary& variable) {
   const auto name = variable.Get(L"FName"_key);
   entry.Set(L"FName"_key, *name);
   entry.Set(L"FCaption"_key, *variable.Get(L"FCaption"_key));
-  entry.Set(L"FValue"_key, *variable.GetValue(L"FValue"_key, Value(L"")));
+  const auto value = variable.Find(L"FValue"_key);
+  entry.Set(L"FValue"_key, value ? (*value)->Copy() : Value(L""));
   variables.Set(KeyOf(*name), entry);
 }
 

@@ -27,10 +27,15 @@ std::int32_t UserOfEmployee(std::int32_t employee) {
   return users.EndReached() ? kNobody : IdIn(users.Field(L"FUserID"));
 }
 
+// Unset if it is no package, which identifies nobody either.
+Dictionary RecordIn(const Value& held) try { return Dictionary(held); } catch (const Error&) {
+  return {};
+}
+
 // The user that a header field holds: an ID, or a looked-up user or employee.
 std::int32_t UserOf(const Value& held) {
   if (!held.IsObject()) return IdIn(held);
-  const Dictionary record(held);
+  const auto record = RecordIn(held);
   if (!record) return kNobody;
   const auto user = IdIn(*record.GetValue(L"FUserID"_key));
   if (user != kNobody) return user;

@@ -48,6 +48,9 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
        "as AddNew"},
       {"known, a host's record", stored(0), ForeignRecord(save).Handle(), edited, "as AddNew"},
       {"removed", stored(6), save, edited, "as AddNew"},
+      {"a null for the status and the old code", stored(Value::Null()),
+       Record({{L"FCode", L"Save"}, {L"FCode_Old", Value::Null()}}),
+       R"({Save: {FCode: "Save", FCode_Old: null, FID: 5, FStatus: 2, Messages: none}})", "as AddNew"},
       {"known under another key, with messages", known, withMessages,
        R"({Save: {FCode: "Save", Messages: {old: 1}, FID: 5, FStatus: 2}})",
        R"({x: {FCode: "Save", FID: 5, Messages: {old: 1}}, )"
@@ -80,6 +83,7 @@ TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
     Boxes boxes;  // of AddNew and Update
   } cases[] = {
       {"no code", named(L""), Boxes(2, Warning(L"操作代码不能为空！"))},
+      {"a null for a code", Record({{L"FCode", Value::Null()}}), Boxes(2, Warning(L"操作代码不能为空！"))},
       {"a digit first", named(L"1A"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
       {"a blank", named(L"A B"), Boxes(2, Warning(L"操作代码中间不能包含空格！"))},
       {"another sign", named(L"A_B"), Boxes(2, Warning(L"操作代码只能由字符和数字组成！"))},
@@ -133,26 +137,35 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
 // As a host does whose window goes on while its user is asked.
 TEST_F(BillActionEditingTest, ActionMayVanishWhileItIsRemoved) {
   const auto held = Record({{L"Save", Record({{L"FCode", L"Save"}})}});
-  ForeignRecord check(Record({{L"FCode", L"Check"}}));
-  check.On(L"GetValue", [&] {
-    held.Remove(L"Save"_key);
-    return 0;
-  });
-  held.Set(L"Check"_key, check.Handle());
-  Hold(held);
-  EXPECT_FALSE(actions.Remove(L"Save"));
+  const std::function<void()> vanishings[] = {[&] { held.Remove(L"Save"_key); }, [&] { actions.SetBillActions({}); }};
+  for (const auto& vanish : vanishings) {
+    ForeignRecord check(Record({{L"FCode", L"Check"}}));
+    check.On(L"GetValue", [&] {
+      vanish();
+      return 0;
+    });
+    const auto collection = held.Clone();
+    held.Set(L"Check"_key, check.Handle());
+    Hold(held);
+    EXPECT_FALSE(actions.Remove(L"Save"));
+    held.Set(L"Save"_key, *collection.Get(L"Save"_key));
+  }
 }
 
 TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
   const Box question = Localised(kQuestion, MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2);
-  Hold(Record({{L"a", Record({})}, {L"b", Record({{L"FStatus", 4}})}, {L"c", Record({{L"FStatus", 2}})}, {L"d", 1}}));
+  Hold(Record({{L"a", Record({})},
+               {L"b", Record({{L"FStatus", 4}})},
+               {L"c", Record({{L"FStatus", 2}})},
+               {L"null", Record({{L"FStatus", Value::Null()}})},
+               {L"d", 1}}));
   boxes.AnswerWith(IDNO);
   actions.RemoveAll();
-  EXPECT_EQ(Held(), "{a: {}, b: {FStatus: 4}, c: {FStatus: 2}, d: 1}");
+  EXPECT_EQ(Held(), "{a: {}, b: {FStatus: 4}, c: {FStatus: 2}, null: {FStatus: null}, d: 1}");
   boxes.AnswerWith(IDYES);
   actions.GetBillActions().Remove(L"d"_key);
   actions.RemoveAll();
-  EXPECT_EQ(Held(), "{a: {FStatus: 5}, b: {FStatus: 4}, c: {FStatus: 6}}");
+  EXPECT_EQ(Held(), "{a: {FStatus: 5}, b: {FStatus: 4}, c: {FStatus: 6}, null: {FStatus: 5}}");
   EXPECT_EQ(boxes.Take(), (Boxes{question, question}));
   EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.RemoveAll 清空所有操作 1");
 }

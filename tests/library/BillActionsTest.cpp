@@ -250,7 +250,8 @@ class RightMaskTest : public BillActionsTest {
 TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
   catalogue.On(L"GetList", [] {
     return List({Record({{L"FCode", L"Save"}, {L"FRightMask", 2}, {L"FRightUseMask", 3}}),
-                 Record({{L"FCode", L"Save"}, {L"FRightMask", 1024}}), Record({{L"FRightMask", 16}})});
+                 Record({{L"FCode", L"Save"}, {L"FRightMask", 1024}}),
+                 Record({{L"FCode", Value::Null()}, {L"FRightMask", 16}})});
   });
   actions.SetBillActions(Record({
       {L"Save", Record({{L"FClassTypeID", 7}, {L"FCode", L"Save"}, {L"FIsPredefine", true}, {L"FRightMask", 64}})},
@@ -258,6 +259,7 @@ TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
       {L"gone", Record({{L"FStatus", 5}, {L"FRightMask", 8}})},
       {L"kept", Record({{L"FRightMask", 32}})},
       {L"b", Record({{L"FCode", L"b"}, {L"FIsPredefine", true}, {L"FRightMask", 0}})},
+      {L"n", Record({{L"FCode", Value::Null()}, {L"FIsPredefine", true}})},
   }));
   EXPECT_TRUE(actions.Save());
   EXPECT_EQ(written,
@@ -265,10 +267,12 @@ TEST_F(RightMaskTest, LiveActionsWithoutAMaskGetTheFirstFreeOne) {
             R"(a: {FObjectID: "12", FRightMask: 4, FRightControl: true, FRightUseMask: 4, FRightGroupMask: 4}, )"
             R"(gone: {FStatus: 5, FRightMask: 8}, kept: {FRightMask: 32}, )"
             R"(b: {FCode: "b", FIsPredefine: true, FRightMask: 8, FRightControl: true, FRightUseMask: 8, )"
-            R"(FRightGroupMask: 8}})");
+            R"(FRightGroupMask: 8}, n: {FCode: null, FIsPredefine: true, FRightMask: 64, FRightControl: true, )"
+            R"(FRightUseMask: 64, FRightGroupMask: 64}})");
   const std::string sql = "select 1 from t_ObjectAccessType where fobjectid=";
   EXPECT_EQ(queries, (std::vector{sql + "12 and (1 & faccessuse <> 0)", sql + "12 and (4 & faccessuse <> 0)",
-                                  sql + "0 and (1 & faccessuse <> 0)", sql + "0 and (8 & faccessuse <> 0)"}));
+                                  sql + "0 and (1 & faccessuse <> 0)", sql + "0 and (8 & faccessuse <> 0)",
+                                  sql + "0 and (64 & faccessuse <> 0)"}));
 }
 
 // After a save that failed, the database knows nothing of the masks that were given for it.

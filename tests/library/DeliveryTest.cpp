@@ -2,6 +2,7 @@
 
 #include "delivery/SmtpSender.h"
 #include "message/Message.h"
+#include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
@@ -10,7 +11,7 @@ namespace {
 constexpr char kProps[] = R"("Language=enu;UserID=16394;UserName=Ann;")";
 constexpr char kContent[] = "单号 CG001\r\n请处理";
 
-// A message about bill 77 of class type 5, to users 1 and 2 by any road. The platform knows users by type letter, and
+// A message about bill 77 of class type 5, to users 1 and 2 by any path. The platform knows users by type letter, and
 // notes what it was asked; so do the gateways.
 class DeliveryTest : public LibraryTest {
  protected:
@@ -147,7 +148,7 @@ TEST_F(DeliveryTest, OnlyAnEmptyAnswerOfTheMailGatewayIsSuccess) {
   EXPECT_FALSE(SendEmail());
 }
 
-// Without a gateway: the road over SMTP. The client's profile holds `email`, the server's another mail server.
+// Without a gateway: the path over SMTP. The client's profile holds `email`, the server's another mail server.
 class SmtpTest : public DeliveryTest {
  protected:
   SmtpTest() {
@@ -191,7 +192,7 @@ class SmtpTest : public DeliveryTest {
                              {L"txtRZPassword", L"geheim "}});
 };
 
-TEST_F(SmtpTest, TakesTheRoadWithoutAGateway) {
+TEST_F(SmtpTest, IsTakenWithoutAGateway) {
   package.Set(L"FTitle"_key, Value(L"单据\r\nBcc: [FBillNo]"));
   EXPECT_TRUE(SendEmail());
   EXPECT_EQ(mail,
@@ -205,6 +206,8 @@ TEST_F(SmtpTest, SettingsComeFromTheFirstSourceThatHasThem) {
   constexpr wchar_t kKey[] = L"SoftWare\\Morla\\SMReg", kRegistered[] = L"registry.x.com";
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"txtMailSrv", REG_SZ, kRegistered, sizeof kRegistered);
   constexpr DWORD kNumber = 25;
+  ForeignRecord failing(Record({}));
+  failing.On(L"GetValue", Failing(L"断开"));
   const struct {
     const char* row;
     std::function<void()> prepare;
@@ -213,6 +216,7 @@ TEST_F(SmtpTest, SettingsComeFromTheFirstSourceThatHasThem) {
       {"the client's", [&] { email.Remove(L"chkSmtp"_key); }, "mail.x.com"},
       {"beside a bad answer", [&] { sms = Value(5); }, "mail.x.com"},
       {"a blank", [&] { email.Set(L"txtMailSrv"_key, Value(L"  ")); }, "registry.x.com"},
+      {"a host's that fails", [&] { email = failing.Handle(); }, "registry.x.com"},
       {"none of the client's", [&] { email = {}; }, "server.x.com"},
       {"no client", [&] { client.reset(); }, "server.x.com"},
       {"no server", [&] { server.reset(); }, "registry.x.com"},

@@ -97,10 +97,11 @@ TEST_F(MessageShellTest, TextIsTranslatedAsItWasGiven) {
     for (int i = 0; i < 16; ++i) others.emplace_back(L"[f] other");
     return 1;
   });
-  VARIANT_BOOL value = VARIANT_TRUE;
+  VARIANT_BOOL value = 1;
   BString translation;
   EXPECT_EQ(message->TransMessage(text.Get(), nullptr, &value, nullptr, translation.Receive()), S_OK);
   EXPECT_EQ(Utf8(translation.View()), "[f] given");
+  EXPECT_EQ(value, 1) << "as it was, which is true";
 }
 
 class EachMemberTest : public MessageShellTest {

@@ -155,6 +155,7 @@ TEST_F(MessageTest, StoredAndVisibleHeaderFieldsAreVariables) {
 TEST_F(MessageTest, AddedVariableReplacesThatOfItsName) {
   Fields({{L"a", FieldOf(L"a", 1, 1, 0)}});
   ForeignRecord foreign(Record({{L"FName", 5}, {L"FCaption", L"五"}}));
+  foreign.On(L"GetValue", Failing(L"only Lookup and Value are asked for"));
   EXPECT_TRUE(message.AddVariable(foreign.Handle()));
   EXPECT_TRUE(message.AddVariable(Variable(L"a", L"新", Record({}))));
   EXPECT_FALSE(message.AddVariable(Record({{L"FName", L"a"}})));

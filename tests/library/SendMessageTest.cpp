@@ -122,6 +122,7 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
       {"beyond 32 bits", {}, L"2147483648", {3, 7}},
       {"a Boolean", {}, true, {3, 7}},
       {"a null", {}, Value::Null(), {3, 7}},
+      {"an object that is no package", {}, FakeObject().New(), {3, 7}},
       {"an employee", {}, Record({{L"FUserID", L"?"}, {L"FEmpID", 41}}), {3, 7, 11}},
       {"an employee who is no user", {}, Record({{L"FEmpID", 42}}), {3, 7}},
       {"given recipients", Users({5, 8, 6}), 9, {8, 9}},

@@ -389,6 +389,13 @@ TEST_F(ServerTest, ContainersDescribeTheirOwnFailuresOnly) {
       {"stored value", [&] { record.Set(L"a"_key, broken); }, "自动化错误 0x80020008"},
       {"stored item", [&] { list.Add(broken); }, "自动化错误 0x80020008"},
       {"item", [&] { list.Item(1); }, "下标越界"},
+      {"a reference to nothing for what is absent",
+       [&] {
+         Value answer;
+         const HRESULT outcome = early->GetValue(Key(L"a").Get(), Reference(VT_I4, nullptr), answer.Receive());
+         throw Error::FromObject(early.Get(), __uuidof(_Dictionary), outcome);
+       },
+       "类型不匹配"},
       {"no place for an answer",
        [&] { throw Error::FromObject(early.Get(), __uuidof(_Dictionary), early->get_Count(nullptr)); }, "对象未设置"},
   };

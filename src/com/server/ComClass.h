@@ -35,7 +35,8 @@ class ComClass : public ComObject<Main, ISupportErrorInfo> {
   }
 };
 
-// A failure without a description. That of an earlier one, which the thread may still have, is not taken for it.
+// A failure without a description. Clears the thread's error information, or that of an earlier one would be taken for
+// this failure's.
 inline HRESULT Undescribed(HRESULT number) noexcept {
   SetErrorInfo(0, nullptr);
   return number;

@@ -17,7 +17,8 @@ namespace tavio::com {
 //  - arguments are given by name, and those that have a default are left out, by-reference ones too;
 //  - an assignment reaches a property that knows only the other kind of assignment ("x.Data = d" and "Set x.Data = d"),
 //    and a call reaches a property ("x.Count()" in JScript).
-// A refused argument answers DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADPARAMCOUNT or DISP_E_PARAMNOTOPTIONAL.
+// A refused argument answers DISP_E_TYPEMISMATCH, DISP_E_OVERFLOW, DISP_E_BADPARAMCOUNT, DISP_E_PARAMNOTOPTIONAL or, by
+// name, DISP_E_PARAMNOTFOUND.
 class Dispatch {
  public:
   struct Parameter {

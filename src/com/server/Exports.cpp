@@ -28,7 +28,7 @@ STDAPI DllCanUnloadNow() {
   if (ModuleUse() != 0) return S_FALSE;
   Dispatch::ForgetAll();
   if (kServer.forget) kServer.forget();
-  return S_OK;
+  return ModuleUse() == 0 ? S_OK : S_FALSE;  // what was let go may have called back
 }
 
 STDAPI DllRegisterServer() { return Register(kServer, Scope::kMachine); }

@@ -33,13 +33,15 @@ STDMETHODIMP LateBound::GetTypeInfoCount(UINT* count) {
   return S_OK;
 }
 
-STDMETHODIMP LateBound::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) {
+STDMETHODIMP LateBound::GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID, DISPID* ids) try {
   for (UINT i = 0; i < count; ++i) ids[i] = DISPID_UNKNOWN;
   if (count != 1) return DISP_E_UNKNOWNNAME;
   const auto found = members_.find(ToUpper(names[0]));
   if (found == members_.end()) return DISP_E_UNKNOWNNAME;
   ids[0] = found->second.id;
   return S_OK;
+} catch (const std::bad_alloc&) {
+  return E_OUTOFMEMORY;
 }
 
 const LateBound::Member* LateBound::Find(DISPID id) const {

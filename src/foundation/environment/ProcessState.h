@@ -7,8 +7,8 @@
 
 namespace tavio {
 
-// All that is kept between operations, once per loaded library. The components are never released: when the library
-// is unloaded, theirs may already be gone.
+// What hosts can notice of what is kept between operations, once per loaded library. When the library is unloaded, the
+// components are not released: theirs may already be gone.
 struct ProcessState {
   std::optional<Component> log;
   bool logCreationTried = false;

@@ -29,12 +29,14 @@ Text Translation(Text core) noexcept try {
 
 }  // namespace
 
-Text LoadResText(TextView source) noexcept {
+Text LoadResText(TextView source) noexcept try {
   const TextView core = TrimBlanks(source);
   if (core.empty()) return Text();
   const PendingError pending;
   const auto lead = static_cast<std::size_t>(core.data() - source.data());
   return Text(source.substr(0, lead)) + Translation(Text(core)) + Text(source.substr(lead + core.size()));
+} catch (const std::bad_alloc&) {
+  return Text();
 }
 
 Vector LoadFormResources(const Component& form, Dictionary& resources) {

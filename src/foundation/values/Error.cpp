@@ -85,9 +85,11 @@ Error Error::FromInvoke(HRESULT result, EXCEPINFO& info) {
 
 Error Translate() noexcept {
   try {
-    throw;
-  } catch (const Error& error) {
-    return error;
+    try {
+      throw;
+    } catch (const Error& error) {
+      return error;  // a copy, for which there may be no memory
+    }
   } catch (const std::bad_alloc&) {
     return Error::FromHresult(E_OUTOFMEMORY);
   } catch (const std::overflow_error&) {

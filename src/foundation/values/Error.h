@@ -23,7 +23,6 @@ class Error : public std::exception {
   HRESULT Number() const noexcept { return number_; }
   const Text& Source() const noexcept { return source_; }
   const Text& SystemText() const noexcept { return text_; }
-  const Text& Detail() const noexcept { return detail_; }
   // Text and detail with `text` in the words given for it.
   Text Description(TextView text) const;
   // In the system's own words.

@@ -6,23 +6,32 @@
 namespace tavio {
 namespace {
 
+struct Collected {
+  std::vector<HWND> windows;
+  bool isComplete = true;
+};
+
 // Those that are there for the system only (of input methods, of COM) are invisible.
-BOOL CALLBACK Collect(HWND window, LPARAM windows) noexcept try {
-  if (IsWindowVisible(window) && IsWindowEnabled(window)) {
-    reinterpret_cast<std::vector<HWND>*>(windows)->push_back(window);
+BOOL CALLBACK Collect(HWND window, LPARAM parameter) noexcept {
+  auto& collected = *reinterpret_cast<Collected*>(parameter);
+  if (!IsWindowVisible(window) || !IsWindowEnabled(window)) return TRUE;
+  try {
+    collected.windows.push_back(window);
+  } catch (const std::bad_alloc&) {
+    collected.isComplete = false;
   }
-  return TRUE;
-} catch (const std::bad_alloc&) {
-  return FALSE;
+  return collected.isComplete;
 }
 
 }  // namespace
 
 void DisabledWindows::DisableAllBut(HWND owner) {
-  std::vector<HWND> windows;
-  if (!EnumThreadWindows(GetCurrentThreadId(), &Collect, reinterpret_cast<LPARAM>(&windows))) throw std::bad_alloc();
-  std::erase(windows, owner);
-  windows_ = std::move(windows);
+  Collected collected;
+  // Its result is not asked for: Windows answers failure for a thread without windows, too.
+  EnumThreadWindows(GetCurrentThreadId(), &Collect, reinterpret_cast<LPARAM>(&collected));
+  if (!collected.isComplete) throw std::bad_alloc();
+  std::erase(collected.windows, owner);
+  windows_ = std::move(collected.windows);
   for (const HWND window : windows_) EnableWindow(window, FALSE);
 }
 

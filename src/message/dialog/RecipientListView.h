@@ -9,7 +9,7 @@
 namespace tavio {
 
 // The list of the recipient dialog. The control has no items of its own but asks for what it shows, so that it opens as
-// fast for ten thousands of recipients as for one; ticks go to the selection at once, be they the user's or set by a
+// fast for tens of thousands of recipients as for one; ticks go to the selection at once, be they the user's or set by a
 // program (LVM_SETITEMSTATE), such as one that works the dialog for its user.
 class RecipientListView {
  public:

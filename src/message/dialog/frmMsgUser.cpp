@@ -19,7 +19,7 @@ constexpr int kGap = 4;
 constexpr SIZE kLeastButton = {50, 14};
 constexpr int kButtonPadding = 8;
 
-// What is drawn on in a window, or on the whole screen.
+// The device context of a window or of the whole screen.
 struct ContextKind {
   using Handle = HDC;
   static Handle None() noexcept { return nullptr; }
@@ -106,9 +106,10 @@ void frmMsgUser::Show() {
   behind_.DisableAllBut(owner);
   const INT_PTR answer =
       DialogBoxIndirectParamW(OwnModule(), &empty.dialog, owner, &DialogProcedure, reinterpret_cast<LPARAM>(this));
+  const DWORD reason = GetLastError();
   behind_.Enable();
   if (failure_) std::rethrow_exception(failure_);
-  if (answer == -1) throw Error::FromHresult(HRESULT_FROM_WIN32(GetLastError()));
+  if (answer == -1) throw Error::FromHresult(HRESULT_FROM_WIN32(reason));
 }
 
 INT_PTR CALLBACK frmMsgUser::DialogProcedure(HWND dialog, UINT message, WPARAM wide, LPARAM details) noexcept {
