@@ -1,60 +1,84 @@
 #include "bench/Bench.h"
 
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <limits>
+#include <stdexcept>
+#include <vector>
 
 namespace tavio::bench {
 namespace {
 
 using Clock = std::chrono::steady_clock;
 
+constexpr double kRoundSeconds = 0.004;
+constexpr double kLineSeconds = 6;
+constexpr std::size_t kFewestRounds = 5;
+constexpr std::size_t kMostRounds = 51;
+
 double Elapsed(Clock::time_point since) { return std::chrono::duration<double>(Clock::now() - since).count(); }
+
+double Quantile(std::vector<double> values, double share) {
+  std::sort(values.begin(), values.end());
+  return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1) + 0.5)];
+}
+
+std::string Readable(double seconds) {
+  char text[32];
+  const char* const units[] = {"s ", "ms", "us", "ns"};
+  std::size_t unit = 0;
+  for (; unit < 3 && seconds < 1; ++unit) seconds *= 1000;
+  std::snprintf(text, sizeof text, "%.3g %s", seconds, units[unit]);
+  return text;
+}
 
 }  // namespace
 
-double Seconds(const std::function<void()>& call) {
-  constexpr int kRounds = 7;
-  constexpr double kRoundSeconds = 0.03;
-  double best = std::numeric_limits<double>::max();
-  for (int round = 0; round < kRounds; ++round) {
+void Bench::Heading(const char* text) const {
+  if (checksOnly_) return;
+  std::printf("\n%-106s %9s %9s %6s %13s %6s %5s\n", text, "ours", "beside", "ratio", "middle half", "best", "goal");
+}
+
+void Bench::UseAt(const void* result) noexcept {
+  static std::atomic<const void*> used;
+  used.store(result, std::memory_order_relaxed);
+}
+
+void Bench::Require(bool same, const Work& work) {
+  if (!same) throw std::runtime_error(std::string(work.name) + ": the results differ from " + work.beside);
+}
+
+double Bench::SecondsPerCall(const Side& side, double atLeast) {
+  double seconds = 0;
+  int calls = 0;
+  do {
+    if (side.prepare) side.prepare();
     const auto start = Clock::now();
-    int calls = 0;
-    do {
-      call();
-      ++calls;
-    } while (Elapsed(start) < kRoundSeconds);
-    best = std::min(best, Elapsed(start) / calls);
-  }
-  return best;
+    // Without preparation a few calls share two looks at the clock.
+    const int together = side.prepare || calls == 0 ? 1 : calls;
+    for (int i = 0; i < together; ++i) side.run();
+    seconds += Elapsed(start);
+    calls += together;
+  } while (seconds < atLeast);
+  return seconds / calls;
 }
 
-double SecondsOnce(const std::function<void()>& call) {
+void Bench::Measure(const Work& work, const Side& ours, const Side& plain) {
+  std::vector<double> ourTimes, plainTimes, ratios;
   const auto start = Clock::now();
-  call();
-  return Elapsed(start);
-}
-
-void PrintRatio(const std::string& name, double seconds, double baseline, double limit) {
-  std::printf("%-66s %7.2fx", name.c_str(), seconds / baseline);
-  if (limit > 0) std::printf("  (at most %gx)", limit);
-  std::printf("  %.3f ms / %.3f ms\n", seconds * 1e3, baseline * 1e3);
-  std::fflush(stdout);
-}
-
-Dictionary Actions(std::int32_t count) {
-  const auto actions = Dictionary::New();
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const auto code = L"Action" + std::to_wstring(i);
-    const auto action = Dictionary::New();
-    action.Set(L"FID"_key, Value(i));
-    action.Set(L"FCode"_key, Value(TextView(code)));
-    action.Set(L"FStatus"_key, Value(std::int32_t{0}));
-    action.Set(L"FEnvironment"_key, Value(std::int32_t{1}));
-    actions.Set(Key(TextView(code)), action);
+  while (ratios.size() < kMostRounds && (ratios.size() < kFewestRounds || Elapsed(start) < kLineSeconds)) {
+    ourTimes.push_back(SecondsPerCall(ours, kRoundSeconds));
+    plainTimes.push_back(SecondsPerCall(plain, kRoundSeconds));
+    ratios.push_back(ourTimes.back() / plainTimes.back());
   }
-  return actions;
+  const double ratio = Quantile(ratios, 0.5);
+  char goal[16] = "";
+  if (work.goal > 0) std::snprintf(goal, sizeof goal, "%g%s", work.goal, ratio > work.goal ? " missed" : "");
+  std::printf("%-52s / %-51s %9s %9s %6.2f %6.2f-%-6.2f %6.2f %5s\n", work.name, work.beside,
+              Readable(Quantile(ourTimes, 0.5)).c_str(), Readable(Quantile(plainTimes, 0.5)).c_str(), ratio,
+              Quantile(ratios, 0.25), Quantile(ratios, 0.75), Quantile(ourTimes, 0) / Quantile(plainTimes, 0), goal);
+  std::fflush(stdout);
 }
 
 }  // namespace tavio::bench

@@ -1,19 +1,16 @@
 #include <random>
-#include <string>
 #include <vector>
 
 #include "bench/Bench.h"
-#include "bench/Roads.h"
-#include "catalogues/BillEnvironments.h"
-#include "catalogues/PredefineActions.h"
+#include "bench/Library.h"
 #include "catalogues/ScenarioOrder.h"
+#include "foundation/packages/Walk.h"
 #include "tests/support/FakeComponent.h"
 
 namespace tavio::bench {
 namespace {
 
 constexpr std::int32_t kMost = 32767;
-constexpr std::int32_t kTenth = 3277;
 
 // A fresh set each time, since one that is met again and again is learnt by the processor.
 std::vector<std::int32_t> RandomMasks(std::int32_t count) {
@@ -23,11 +20,16 @@ std::vector<std::int32_t> RandomMasks(std::int32_t count) {
   return masks;
 }
 
-double Ordering(std::int32_t count) {
-  std::vector<std::vector<std::int32_t>> sets;
-  for (int i = 0; i < 64; ++i) sets.push_back(RandomMasks(count));
+void MeasureOrder(Bench& bench) {
+  std::vector<std::vector<std::int32_t>> many, few;
+  for (int i = 0; i < 64; ++i) {
+    many.push_back(RandomMasks(bench.Size(kMost)));
+    few.push_back(RandomMasks(bench.Size(kMost / 10)));
+  }
   std::size_t next = 0;
-  return Seconds([&] { OrderScenarios(ScenarioParents(sets[next++ % sets.size()])); });
+  const auto order = [&](const auto& sets) { return OrderScenarios(ScenarioParents(sets[next++ % sets.size()])); };
+  bench.Time(
+      {"the order of 32,767 scenarios", "of 3,277", 15}, [&] { return order(many); }, [&] { return order(few); });
 }
 
 Vector Scenarios(std::int32_t count) {
@@ -42,53 +44,69 @@ Vector Scenarios(std::int32_t count) {
   return scenarios;
 }
 
-void ReadAndWriteOnce(const Vector& scenarios) {
-  for (std::int32_t i = 1, count = scenarios.Count(); i <= count; ++i) {
-    const auto scenario = scenarios.Record(i);
+std::int32_t ReadAndWriteOnce(const Vector& scenarios) {
+  for (const auto& scenario : Records(scenarios)) {
     const auto mask = scenario.Get(L"FMask"_key)->ToInt32();
     scenario.Set(L"Parent"_key, Value(mask));
     scenario.Set(L"Level"_key, Value(mask));
   }
+  return scenarios.Count();
+}
+
+void MeasureSortedList(Bench& bench) {
+  Vector scenarios;
+  test::FakeComponent classInfo(L"TavioMClass.ClassInfo"), props(L"TavioSharedProps.PropStore");
+  props.On(L"GetProperty", [] { return L""; });
+  classInfo.On(L"GetBillEnvironments", [&] { return scenarios; });
+  const auto renew = [&] { scenarios = Scenarios(bench.Size(kMost)); };
+  bench.Compare({"GetSortList of 32,767 scenarios", "reading and writing their fields once", 4},
+                OnNew(renew,
+                      [&] {
+                        const auto environments = New<_BillEnvironments>(__uuidof(::BillEnvironments));
+                        ComPtr<IDispatch> sorted;
+                        Check(environments->GetSortList(0, 0, &sorted));
+                        return Vector(sorted).Count();
+                      }),
+                OnNew(renew, [&] { return ReadAndWriteOnce(scenarios); }));
 }
 
 Vector Catalogue(std::int32_t count) {
   const auto catalogue = Vector::New();
-  const auto actions = Actions(count);
-  for (std::int32_t i = 1; i <= count; ++i) {
-    const Dictionary action(actions.At(i).Stored());
-    action.Set(L"FBillType"_key, Value(std::int32_t{1}));
-    catalogue.Add(action);
+  const Dictionary actions(Actions(count));
+  for (const auto& entry : Entries(actions)) {
+    entry.Record().Set(L"FBillType"_key, Value(std::int32_t{1}));
+    catalogue.Add(entry.Stored());
   }
   return catalogue;
 }
 
-Vector CloneEach(const Vector& records) {
-  const auto copies = Vector::New();
-  for (std::int32_t i = 1, count = records.Count(); i <= count; ++i) copies.Add(records.Record(i).Clone());
-  return copies;
+void MeasureDefaults(Bench& bench) {
+  const auto catalogue = Catalogue(bench.Size(kMost));
+  const auto predefined = New<_PredefineActions>(__uuidof(::PredefineActions));
+  ComPtr<IDispatch> list = catalogue.Object();
+  VARIANT_BOOL set = VARIANT_FALSE;
+  Check(predefined->SetList(list.GetAddressOf(), &set));
+  bench.Compare(
+      {"GetDefaultActions of 32,767", "cloning each", 2},
+      [&] {
+        ComPtr<IDispatch> actions;
+        Check(predefined->GetDefaultActions(1, &actions));
+        return Vector(actions).Count();
+      },
+      [&] {
+        const auto copies = Vector::New();
+        for (const auto& action : Records(catalogue)) copies.Add(action.Clone());
+        return copies.Count();
+      });
 }
 
 }  // namespace
 
-void MeasureCatalogues() {
-  PrintRatio("scenario order of 32,767 masks / of 3,277 masks", Ordering(kMost), Ordering(kTenth), 15);
-
-  Vector answered;
-  test::FakeComponent classInfo(L"TavioMClass.ClassInfo");
-  classInfo.On(L"GetBillEnvironments", [&] { return answered.AsValue(); });
-  const auto fresh = [] { return Scenarios(kMost); };
-  const double reading = SecondsOnFresh(fresh, ReadAndWriteOnce);
-  const double sorting = SecondsOnFresh(fresh, [&](const Vector& scenarios) {
-    answered = scenarios;
-    BillEnvironments().GetSortList();
-  });
-  PrintRatio("GetSortList, 32,767 scenarios / their fields once", sorting, reading, 4);
-
-  const auto catalogue = Catalogue(kMost);
-  PredefineActions predefined;
-  predefined.SetList(catalogue.AsValue());
-  const double defaults = Seconds([&] { predefined.GetDefaultActions(1); });
-  PrintRatio("GetDefaultActions, 32,767 actions / cloning them", defaults, Seconds([&] { CloneEach(catalogue); }), 2);
+void MeasureCatalogues(Bench& bench) {
+  bench.Heading("Catalogues");
+  MeasureOrder(bench);
+  MeasureSortedList(bench);
+  MeasureDefaults(bench);
 }
 
 }  // namespace tavio::bench

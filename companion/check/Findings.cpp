@@ -185,8 +185,11 @@ const CheckedField* Successor(const CheckedField& vanished, const Subject& older
 }
 
 Text WithNewName(const Text& text, const Text& before, const Text& after) {
-  return RewriteBrackets(
-      text, [&](TextView name, Text& result) { AppendBracketed(name == before ? TextView(after) : name, result); });
+  Rewriting rewriting(text);
+  while (rewriting.NextName()) {
+    if (rewriting.Name() == before) rewriting.LendWithin(after);
+  }
+  return rewriting.ToText();
 }
 
 void TellOfRename(const CheckedField& before, const CheckedField& after, const Subject& present, Findings& findings) {

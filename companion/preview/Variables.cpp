@@ -9,11 +9,7 @@
 namespace tavio::companion {
 namespace {
 
-Text Bracketed(const Text& name) {
-  Text text;
-  AppendBracketed(name, text);
-  return text;
-}
+Text Bracketed(const Text& name) { return L'[' + name + L']'; }
 
 // A unit that no text has, between the names of one translation.
 constexpr Char kBetween = 0xFFFF;
@@ -80,9 +76,10 @@ bool IsLost(TextView character) {
 
 std::vector<Text> NamesIn(TextView text) {
   std::vector<Text> names;
-  RewriteBrackets(text, [&](TextView name, Text&) {
+  for (Rewriting rewriting(text); rewriting.NextName();) {
+    const auto name = rewriting.Name();
     if (std::find(names.begin(), names.end(), name) == names.end()) names.emplace_back(name);
-  });
+  }
   return names;
 }
 

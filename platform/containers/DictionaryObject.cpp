@@ -105,6 +105,33 @@ STDMETHODIMP DictionaryObject::ReadField(LONG index, BSTR key, const VARIANT** v
   });
 }
 
+STDMETHODIMP DictionaryObject::ReadFieldUnder(BSTR key, BSTR field, const VARIANT** value) {
+  *value = nullptr;
+  const auto* found = map_.Find(ViewOf(key));
+  if (!found) return S_FALSE;
+  const auto* record = AsOwn(*found);
+  if (!record) return E_NOINTERFACE;
+  const auto* held = record->map_.Find(ViewOf(field));
+  if (held) *value = &held->Raw();
+  return S_OK;
+}
+
+STDMETHODIMP DictionaryObject::SkipOtherTexts(LONG index, LONG last, BSTR field, const wchar_t* text, UINT units,
+                                              LONG* position) {
+  return com::Guarded([&] {
+    const TextView wanted(text, units), name = ViewOf(field);
+    const auto hash = HashOf(name);
+    Map::Place place;  // the records of a list are laid out alike
+    for (*position = index; *position <= last; ++*position) {
+      const auto* entry = map_.At(*position);
+      const auto* record = entry ? AsOwn(entry->Value()) : nullptr;
+      const auto* held = record ? record->map_.FindNear(place, hash, name) : nullptr;
+      if (!held || !held->IsText() || SameText(ViewOf(held->Raw().bstrVal), wanted)) break;
+    }
+    return S_OK;
+  });
+}
+
 // Whoever has the virtual functions of this object is of this class, and lists of records are walked so often that
 // asking each record for its interface would be most of the cost.
 const DictionaryObject* DictionaryObject::AsOwn(const Value& stored) const noexcept {

@@ -29,6 +29,25 @@ inline std::uint32_t HashOf(TextView key) noexcept {
   return static_cast<std::uint32_t>(mixed(hash, key.data() + key.size() - kStep, kStep));
 }
 
+// Four characters at a time, the last four first: the texts of a list often begin alike.
+inline bool SameText(TextView one, TextView other) noexcept {
+  constexpr std::size_t kStep = 4;
+  const auto four = [](const Char* text) {
+    std::uint64_t units;
+    std::memcpy(&units, text, sizeof units);
+    return units;
+  };
+  static_assert(sizeof(Char) * kStep == sizeof(std::uint64_t));
+  if (one.size() != other.size()) return false;
+  if (one.size() < kStep) return std::equal(one.begin(), one.end(), other.begin());
+  const std::size_t last = one.size() - kStep;
+  if (four(one.data() + last) != four(other.data() + last)) return false;
+  for (std::size_t i = 0; i < last; i += kStep) {
+    if (four(one.data() + i) != four(other.data() + i)) return false;
+  }
+  return true;
+}
+
 // The immutable key of an entry, shared by the records that have it in common. It is laid out as a BSTR
 // (length in bytes directly before the text, a zero behind it), so that it is lent as one; nobody but InternedKey may
 // free it.
@@ -36,7 +55,7 @@ class InternedKey {
  public:
   // No key at all, which is not the empty key.
   InternedKey() noexcept = default;
-  explicit InternedKey(TextView text) : text_(Allocate(text)) {}
+  InternedKey(std::uint32_t hash, TextView text) : text_(Allocate(hash, text)) {}
   InternedKey(const InternedKey& other) noexcept : text_(other.text_) {
     if (text_) HeadOf(text_).shares.fetch_add(1, std::memory_order_relaxed);
   }
@@ -61,18 +80,22 @@ class InternedKey {
   Char* Get() const noexcept { return text_; }
   // Of a key that is set.
   TextView View() const noexcept { return TextView(text_, HeadOf(text_).bytes / sizeof(Char)); }
+  std::uint32_t Hash() const noexcept { return HeadOf(text_).hash; }
 
  private:
   struct alignas(8) Head {
+    std::uint32_t hash;
     std::atomic<std::uint32_t> shares = 1;
+    std::uint32_t unused;
     std::uint32_t bytes;
   };
 
   static Head& HeadOf(Char* text) noexcept { return *(reinterpret_cast<Head*>(text) - 1); }
 
-  static Char* Allocate(TextView text) {
+  static Char* Allocate(std::uint32_t hash, TextView text) {
     const std::size_t bytes = text.size() * sizeof(Char);
     auto* head = new (::operator new(sizeof(Head) + bytes + sizeof(Char))) Head;
+    head->hash = hash;
     head->bytes = static_cast<std::uint32_t>(bytes);
     auto* copy = reinterpret_cast<Char*>(head + 1);
     if (bytes) std::memcpy(copy, text.data(), bytes);
@@ -97,7 +120,7 @@ class RecentKeys {
     static RecentKeys recent;
     auto& slot = recent.slots_[hash % kSlots];
     auto key = InternedKey::Adopt(slot.exchange(nullptr));  // whoever empties a slot owns what was in it
-    if (!key || key.View() != text) key = InternedKey(text);
+    if (!key || !SameText(key.View(), text)) key = InternedKey(hash, text);
     InternedKey::Adopt(slot.exchange(InternedKey(key).Detach()));
     return key;
   }

@@ -26,8 +26,9 @@ std::int32_t ChooseScenario(const Dictionary& messages, std::int32_t mask) {
 // By the action's own FCode, not by the collection's key: hosts store actions under other keys. An action whose code is
 // a database null has none that could be asked for.
 std::optional<BillActions::Found> BillActions::Find(TextView code) const {
-  for (const auto& entry : EntriesIn16Bits(actions_)) {
-    const auto stored = Required(entry.Field(L"FCode"_key));
+  const Key field = L"FCode"_key;
+  for (const auto& entry : EntriesIn16BitsThatMayHold(actions_, field, code)) {
+    const auto stored = Required(entry.Field(field));
     if (stored->IsNull() || !stored->EqualsText(code)) continue;
     return Found{Text(entry.KeyView()), entry.Record()};
   }

@@ -89,7 +89,8 @@ STDMETHODIMP MessageShell::RemoveAllUsers(VARIANT_BOOL* result) {
 STDMETHODIMP MessageShell::TransMessage(BSTR text, VARIANT_BOOL* transCaption, VARIANT_BOOL* transValue,
                                         VARIANT_BOOL* transName, BSTR* result) {
   return Give(result, [&] {
-    const auto given = Copied(text);
+    const Text copied = message_.CallsBeforeTranslating() ? Copied(text) : Text();  // long texts are worth it
+    const TextView given = copied.empty() ? ViewOf(text) : copied;
     Flag caption(transCaption), value(transValue), name(transName);
     return message_.TransMessage(given, caption.Get(), value.Get(), name.Get());
   });

@@ -34,6 +34,9 @@ HRESULT Run(REFIID iid, Body&& body) noexcept try {
 inline void HandOut(VARIANT_BOOL* target, bool flag) noexcept { *target = flag ? VARIANT_TRUE : VARIANT_FALSE; }
 inline void HandOut(LONG* target, std::int32_t number) noexcept { *target = number; }
 inline void HandOut(BSTR* target, const Text& text) { *target = BString(text).Detach(); }
+inline void HandOut(BSTR* target, BString&& text) {
+  *target = text.Get() ? text.Detach() : BString(TextView()).Detach();
+}
 inline void HandOut(IDispatch** target, const Dictionary& record) noexcept { record.Object().CopyTo(target); }
 inline void HandOut(IDispatch** target, const Vector& list) noexcept { list.Object().CopyTo(target); }
 

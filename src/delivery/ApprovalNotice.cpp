@@ -1,8 +1,7 @@
 #include "delivery/ApprovalNotice.h"
 
-#include <algorithm>
 #include <string>
-#include <vector>
+#include <unordered_set>
 
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Fields.h"
@@ -61,15 +60,13 @@ Text NumbersOf(const Text& users) {
       L" LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID Where a.FUserID in (" +
       users + L") AND a.FForbidden <> 1";
   const auto classInfo = Component::Create(L"TavioMClass.ClassInfo");
-  std::vector<Text> numbers;
+  Text joined;
+  std::unordered_set<Text> known;
   for (const RecordSet rows(classInfo.Call(L"GetData", GetPropsString(), sql)); !rows.EndReached(); rows.MoveNext()) {
     Text number;
     rows.Field(L"FMobilePhone").AppendTo(number);
-    const bool known = std::find(numbers.begin(), numbers.end(), number) != numbers.end();
-    if (!number.empty() && !known) numbers.push_back(number);
+    if (!number.empty() && known.insert(number).second) AppendJoined(joined, number);
   }
-  Text joined;
-  for (const auto& number : numbers) AppendJoined(joined, number);
   return joined;
 }
 

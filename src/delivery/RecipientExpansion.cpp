@@ -1,5 +1,7 @@
 #include "delivery/RecipientExpansion.h"
 
+#include <unordered_map>
+
 #include "delivery/AddressList.h"
 #include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/Component.h"
@@ -23,13 +25,7 @@ std::int32_t IdOf(TextView key, const Dictionary& entry) {
   return known ? (*id)->ToInt32() : Value(key).ToInt32();
 }
 
-void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
-  const Key key{TextView(type)};
-  Vector users(*groups.GetValue(key));
-  if (!users) {
-    users = Vector::New();
-    groups.Set(key, users.AsValue());
-  }
+void AddTo(const Vector& users, std::int32_t user) {
   const auto record = Dictionary::New();
   record.Set(L"FUserID"_key, Value(user));
   users.Add(record);
@@ -38,10 +34,18 @@ void AddTo(const Dictionary& groups, const Text& type, std::int32_t user) {
 // Under each type letter a Vector of records that hold the ID.
 Dictionary GroupedByType(const Dictionary& recipients) {
   const auto groups = Dictionary::New();
+  std::unordered_map<Text, Vector> byType;
   for (const auto& recipient : Entries(recipients)) {
     const Text key(recipient.KeyView());
     const auto entry = recipient.Stored().HoldsObject() ? recipient.Record() : Dictionary();
-    AddTo(groups, TypeOf(entry), IdOf(key, entry));
+    const auto type = TypeOf(entry);
+    const auto user = IdOf(key, entry);
+    auto& users = byType[type];
+    if (!users) {
+      users = Vector::New();
+      groups.Set(Key(TextView(type)), users.AsValue());
+    }
+    AddTo(users, user);
   }
   return groups;
 }

@@ -1,6 +1,7 @@
 #include "message/Message.h"
 
 #include "foundation/environment/Operation.h"
+#include "foundation/environment/modMorlaLogMsg.h"
 #include "foundation/packages/Fields.h"
 #include "message/Recipients.h"
 #include "message/Translation.h"
@@ -56,8 +57,8 @@ bool Message::SetMessage(const Dictionary& message) noexcept {
     accepted = true;
     if (!message || message.Count() == 0) return NewMessage();
     bool caption = true, value = false, name = false;
-    const auto shown = TransMessage(message.Get(L"FMessage"_key)->OrEmpty().ToText(), caption, value, name);
-    message.Set(L"FMessageDescriptions"_key, Value(TextView(shown)));
+    auto shown = TransMessage(message.Get(L"FMessage"_key)->OrEmpty().ToText(), caption, value, name);
+    message.Set(L"FMessageDescriptions"_key, Value(std::move(shown)));
   });
 }
 
@@ -104,14 +105,18 @@ bool Message::RefreshVariableValue(const Dictionary& data) noexcept {
   });
 }
 
-Text Message::TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept {
+BString Message::TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept {
   TranslationFlags flags{transCaption, transValue, transName};
   const auto variables = state_.variables, group = state_.groupInfo;
-  const auto translation = Translate(text, flags, variables, group);
+  auto translation = Translate(text, flags, variables, group);
   transCaption = flags.caption;
   transValue = flags.value;
   transName = flags.name;
   return translation;
+}
+
+bool Message::CallsBeforeTranslating() const noexcept {
+  return IsLogCalled() || state_.groupInfo || (state_.variables && !state_.variables.IsReadInPlace());
 }
 
 bool Message::AddUser(std::int32_t user) noexcept {

@@ -66,7 +66,9 @@ class Message {
   const Dictionary& GetVariableUser() const noexcept { return state_.variableUsers; }
   // The text with each bracketed variable name replaced. The flags choose the replacement; those that are not followed
   // come back false.
-  Text TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept;
+  BString TransMessage(TextView text, bool& transCaption, bool& transValue, bool& transName) noexcept;
+  // Whether TransMessage meets foreign code before it reads the text. Later it copies the text before it does.
+  bool CallsBeforeTranslating() const noexcept;
 
   // The recipients of the system message. Each edit gives the package a new list object.
   bool AddUser(std::int32_t user) noexcept;

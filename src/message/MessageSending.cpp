@@ -33,7 +33,7 @@ Dictionary WithVariableUsers(const MessageState& sending, const Dictionary& reci
 
 Text ContentOf(const MessageState& sending) {
   const auto content = sending.package.Get(L"FMessage"_key)->OrEmpty().ToText();
-  return TranslateToValues(content, sending.variables, sending.groupInfo);
+  return Text(TranslateToValues(content, sending.variables, sending.groupInfo).View());
 }
 
 // The users of a list of the package who are not excluded, as a copy: the stored list outlives the sending. Unset if the

@@ -20,22 +20,33 @@ void Settle(TranslationFlags& flags) {
   if (flags.caption) flags.value = false;
 }
 
+// A field may be there and hold nothing: that is a value too. Objects are hosts', and may do anything when they are asked.
+Text TextOf(const Value& value) {
+  Text text;
+  value.AppendTo(text);
+  return text;
+}
+
 class ToCaptions {
  public:
   explicit ToCaptions(const Dictionary& variables) : variables_(variables) {}
 
-  void operator()(TextView name, Text& result) {
-    const auto variable = variables_.Find(key_.Borrow(name));
-    if (!variable) return AppendBracketed(name, result);
-    const Dictionary entry(**variable);
-    const auto caption = entry.Find(L"FCaption"_key);
-    if (!caption) return AppendBracketed(name, result);
-    result += L'[';
-    (*caption)->AppendTo(result);
-    result += L']';
+  void operator()(Rewriting& text) {
+    const Key name = key_.Borrow(text.Name());
+    const auto seen = variables_.PeekTextUnder(name, L"FCaption"_key);
+    if (!seen.isCertain) return Ask(name, text);
+    if (seen.text) text.LendWithin(*seen.text);
   }
 
  private:
+  void Ask(const Key& name, Rewriting& text) const {
+    text.Settle();
+    const auto variable = variables_.Find(name);
+    if (!variable) return;
+    const Dictionary entry(**variable);
+    if (const auto caption = entry.Find(L"FCaption"_key)) text.Write(L'[' + TextOf(**caption) + L']');
+  }
+
   const Dictionary& variables_;
   KeyBuffer key_;
 };
@@ -47,24 +58,28 @@ class ToValues {
     groupOnly_ = code && (*code)->OrEmpty().EqualsText(L"mnuEditUse");
   }
 
-  void operator()(TextView name, Text& result) {
-    const Key key = key_.Borrow(name);
-    const auto variable = variables_.Find(key);
-    if (!variable) return AppendBracketed(name, result);
-    const Dictionary entry(**variable);
-    if (!groupOnly_ && AppendStored(entry, L"FValue"_key, result)) return;
-    // With "mnuEditUse" the group's values are the only ones; otherwise they fill what the bill left open.
-    if (group_ && AppendStored(group_, key, result)) return;
-    AppendBracketed(name, result);
+  void operator()(Rewriting& text) {
+    const Key name = key_.Borrow(text.Name());
+    if (groupOnly_) return Ask(name, text);
+    const auto seen = variables_.PeekTextUnder(name, L"FValue"_key);
+    if (!seen.isCertain || (!seen.text && group_)) return Ask(name, text);
+    if (seen.text) text.Lend(*seen.text);
   }
 
  private:
-  // A field may be there and hold nothing: that is a value too.
-  static bool AppendStored(const Dictionary& record, const Key& key, Text& result) {
+  void Ask(const Key& name, Rewriting& text) const {
+    text.Settle();
+    const auto variable = variables_.Find(name);
+    if (!variable) return;
+    const Dictionary entry(**variable);
+    if (!groupOnly_ && WriteField(entry, L"FValue"_key, text)) return;
+    // With "mnuEditUse" the group's values are the only ones; otherwise they fill what the bill left open.
+    if (group_) WriteField(group_, name, text);
+  }
+  static bool WriteField(const Dictionary& record, const Key& key, Rewriting& text) {
     const auto stored = record.Find(key);
-    if (!stored) return false;
-    (*stored)->AppendTo(result);
-    return true;
+    if (stored) text.Write(TextOf(**stored));
+    return stored.has_value();
   }
 
   const Dictionary& variables_;
@@ -78,15 +93,16 @@ class ToNames {
  public:
   explicit ToNames(const Dictionary& variables) : variables_(variables), count_(variables.Count()) {}
 
-  void operator()(TextView caption, Text& result) {
-    const auto* name = NameOf(ToUpper(caption));
-    AppendBracketed(name ? *name : caption, result);
+  void operator()(Rewriting& text) {
+    const auto caption = ToUpper(text.Name());
+    const auto known = names_.find(caption);
+    if (known == names_.end() && walked_ < count_) text.Settle();
+    const auto* name = known == names_.end() ? Seek(caption) : &known->second;
+    if (name) text.LendWithin(*name);
   }
 
  private:
-  const Text* NameOf(const Text& caption) {
-    const auto known = names_.find(caption);
-    if (known != names_.end()) return &known->second;
+  const Text* Seek(const Text& caption) {
     while (walked_ < count_) {
       const Entry variable(variables_, ++walked_);
       const Text name(variable.KeyView());
@@ -104,25 +120,35 @@ class ToNames {
   std::unordered_map<Text, Text> names_;
 };
 
-Text Translated(TextView text, const TranslationFlags& flags, const Dictionary& variables, const Dictionary& group) {
-  if (!variables || variables.Count() == 0 || text.find(L'[') == TextView::npos) return Text(text);
-  if (flags.name) return RewriteBrackets(text, ToNames(variables));
-  if (flags.caption) return RewriteBrackets(text, ToCaptions(variables));
-  return RewriteBrackets(text, ToValues(variables, group));
+template <class Translator>
+BString Rewritten(TextView text, Translator&& translate) {
+  Rewriting rewriting(text);
+  while (rewriting.NextName()) translate(rewriting);
+  auto result = BString::OfSize(rewriting.Size());
+  rewriting.CopyTo(result.Get());
+  return result;
+}
+
+BString Translated(TextView text, const TranslationFlags& flags, const Dictionary& variables, const Dictionary& group) {
+  if (!variables || variables.Count() == 0 || text.find(L'[') == TextView::npos) return BString(text);
+  if (flags.name) return Rewritten(text, ToNames(variables));
+  if (flags.caption) return Rewritten(text, ToCaptions(variables));
+  return Rewritten(text, ToValues(variables, group));
 }
 
 }  // namespace
 
-Text Translate(TextView text, TranslationFlags& flags, const Dictionary& variables, const Dictionary& group) noexcept {
+BString Translate(TextView text, TranslationFlags& flags, const Dictionary& variables,
+                  const Dictionary& group) noexcept {
   constexpr Labels kLabels{.log = L"TavioClassBillAction.Message.TransMessage 翻译消息",
                            .report = L"TavioClassBillAction.Message : TransMessage"};
-  return Operation<Text>(kLabels, [&](Text& result) {
+  return Operation<BString>(kLabels, [&](BString& result) {
     Settle(flags);
     result = Translated(text, flags, variables, group);
   });
 }
 
-Text TranslateToValues(TextView text, const Dictionary& variables, const Dictionary& group) noexcept {
+BString TranslateToValues(TextView text, const Dictionary& variables, const Dictionary& group) noexcept {
   TranslationFlags flags{.value = true};
   return Translate(text, flags, variables, group);
 }

@@ -14,7 +14,8 @@ struct TranslationFlags {
 // The text with each bracketed variable name replaced by the variable's caption or value, or each caption by the name.
 // Flags that are not followed come back false. `variables` and `group`, which gives values by name, may be unset. An
 // operation of its own, TransMessage: a failure is shown, and answers an empty text.
-Text Translate(TextView text, TranslationFlags& flags, const Dictionary& variables, const Dictionary& group) noexcept;
-Text TranslateToValues(TextView text, const Dictionary& variables, const Dictionary& group) noexcept;
+BString Translate(TextView text, TranslationFlags& flags, const Dictionary& variables,
+                  const Dictionary& group) noexcept;
+BString TranslateToValues(TextView text, const Dictionary& variables, const Dictionary& group) noexcept;
 
 }  // namespace tavio

@@ -195,6 +195,52 @@ TEST_F(FoundationTest, CollectionWithoutBoundsIsNoList) {
   EXPECT_EQ(Outcome([&] { return Vector(collection.New()).Count(); }), "类型不匹配");
 }
 
+// A container by name that counts what it is asked.
+struct Asked {
+  int calls = 0, names = 0;
+};
+class CountingContainer final : public com::ComObject<IDispatch> {
+ public:
+  CountingContainer(const Dictionary& real, Asked& asked) : real_(real.Object()), asked_(asked) {}
+
+  STDMETHODIMP GetTypeInfoCount(UINT* count) override { return real_->GetTypeInfoCount(count); }
+  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID lcid, DISPID* ids) override {
+    ++asked_.names;
+    return real_->GetIDsOfNames(iid, names, count, lcid, ids);
+  }
+  STDMETHODIMP Invoke(DISPID member, REFIID iid, LCID lcid, WORD flags, DISPPARAMS* arguments, VARIANT* result,
+                      EXCEPINFO* info, UINT* wrong) override {
+    ++asked_.calls;
+    return real_->Invoke(member, iid, lcid, flags, arguments, result, info, wrong);
+  }
+
+ private:
+  ComPtr<IDispatch> real_;
+  Asked& asked_;
+};
+
+// Key, record and field are a call each; a record is known by the name of one member, and read by that of another.
+TEST_F(FoundationTest, HostsRecordsAreAskedThreeCallsAndTwoNamesEach) {
+  const auto counted = [](std::int32_t count) {
+    Asked asked;
+    const auto counting = [&](const Dictionary& real) {
+      ComPtr<IDispatch> object;
+      *object.GetAddressOf() = new CountingContainer(real, asked);
+      return Value(object);
+    };
+    const auto real = Dictionary::New();
+    for (std::int32_t i = 1; i <= count; ++i) real.Set(Key(i), counting(Record({{L"FCode", i}})));
+    const Dictionary records(counting(real));
+    for (const auto& entry : EntriesIn16Bits(records))
+      EXPECT_EQ(Show(*entry.Field(L"FCode"_key)), Utf8(entry.KeyView()));
+    return asked;
+  };
+  const auto few = counted(10), more = counted(20);
+  EXPECT_EQ(more.calls - few.calls, 30);
+  EXPECT_EQ(more.names - few.names, 20);
+}
+
 class ContainerRoads : public LibraryTest, public ::testing::WithParamInterface<Road> {
  protected:
   Dictionary NewRecord() const { return Dictionary(GetParam().newDictionary()); }
@@ -266,6 +312,43 @@ TEST_P(ContainerRoads, ListCountsFromOne) {
   EXPECT_EQ(Show(*list.Item(2)), R"("text")");
   for (const int outside : {-1, 0, 3}) {
     EXPECT_EQ(Outcome([&] { return list.Item(outside)->Copy(); }), "下标越界") << outside;
+  }
+}
+
+// A search leaves out what our own containers tell of themselves, and nothing else.
+TEST_P(ContainerRoads, SearchesFindWhatALookAtEachEntryFinds) {
+  ForeignRecord hosts(Record({{L"FCode", L"Save1"}}));
+  const auto actions = NewRecord();
+  const std::pair<const wchar_t*, Dictionary> entries[] = {{L"a", Record({{L"FCode", L"Save1"}})},
+                                                           {L"b", Record({{L"FID", 1}, {L"FCode", L"Save2"}})},
+                                                           {L"gone", Record({{L"FCode", L"Save1"}})},
+                                                           {L"c", hosts.Handle()},
+                                                           {L"d", Record({})},
+                                                           {L"e", Record({{L"FCode", 12}})},
+                                                           {L"f", Record({{L"FCode", Value::Null()}})},
+                                                           {L"g", Record({{L"FCode", L""}})},
+                                                           {L"h", Record({{L"FCode", L"S"}})},
+                                                           {L"i", Record({{L"FCode", L"Save1"}})}};
+  for (const auto& [key, record] : entries) actions.Set(Key(TextView(key)), record);
+  actions.Remove(L"gone"_key);
+  const struct {
+    const char* row;
+    TextView wanted;
+    const char* found;
+  } cases[] = {{"ours and a host's", L"Save1", "aci"},
+               {"another place, the same length", L"Save2", "b"},
+               {"a number", L"12", "e"},
+               {"short", L"S", "h"},
+               {"empty or absent", L"", "dg"},
+               {"another letter case", L"SAVE1", ""}};
+  for (const auto& c : cases) {
+    std::string found;
+    const Key field = L"FCode"_key;
+    for (const auto& entry : EntriesIn16BitsThatMayHold(actions, field, c.wanted)) {
+      const auto stored = entry.Field(field);
+      if (!stored->IsNull() && stored->EqualsText(c.wanted)) found += Utf8(entry.KeyView());
+    }
+    EXPECT_EQ(found, c.found) << c.row;
   }
 }
 

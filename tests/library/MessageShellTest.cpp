@@ -88,20 +88,55 @@ TEST_F(MessageShellTest, WhatIsReplacedMayCallBackAsItGoes) {
   }
 }
 
+// Host code, in the log, in a record of the host's or in its group, gives the text's variable and a value read before new
+// texts.
 TEST_F(MessageShellTest, TextIsTranslatedAsItWasGiven) {
-  BString text(L"[f] given");
+  const auto own = Record({{L"FName", L"f"}, {L"FCaption", L"f"}, {L"FValue", L"value"}});
+  message->AddVariable(Given(own), &done);
+  ComPtr<IDispatch> list;
+  message->GetVariableList(&list);
+  const Dictionary variables(list);
+  ForeignRecord hosts(Record({{L"FValue", L"host"}})), group(Record({{L"FCode", L"x"}}));
+  variables.Set(L"h"_key, hosts.Handle());
+  BString text;
   std::vector<BString> others;
-  log->On(L"LogStart", [&] {
-    text = BString(L"[f] after");
-    // One of them gets the room of the old one.
-    for (int i = 0; i < 16; ++i) others.emplace_back(L"[f] other");
-    return 1;
-  });
-  VARIANT_BOOL value = 1;
-  BString translation;
-  EXPECT_EQ(message->TransMessage(text.Get(), nullptr, &value, nullptr, translation.Receive()), S_OK);
-  EXPECT_EQ(Utf8(translation.View()), "[f] given");
-  EXPECT_EQ(value, 1) << "as it was, which is true";
+  const auto change = [&] {
+    text = BString(L"[f] [h] after");
+    Dictionary(*variables.Get(L"f"_key)).Set(L"FValue"_key, Value(L"after"));
+    // Some of them get the room of the old ones.
+    for (int i = 0; i < 16; ++i) others.emplace_back(i % 2 ? L"[f] [h] other" : L"other");
+    return true;
+  };
+  const struct {
+    const char* row;
+    std::function<void()> arrange;
+    const char* translation;
+  } cases[] = {{"the log", [&] { log->On(L"LogStart", change); }, "after host given"},
+               {"a host's record",
+                [&] {
+                  log->On(L"IsEnabled", [] { return false; });
+                  hosts.On(L"Lookup", change);
+                  message->NewMessage();  // whereupon the log is let go
+                },
+                "value host given"},
+               {"the host's group",
+                [&] {
+                  hosts.On(L"Lookup", [] { return true; });
+                  group.On(L"Lookup", change);
+                  message->putref_GroupInfo(Borrowed(group.Handle().Object().Get()));
+                },
+                "after host given"}};
+  for (const auto& c : cases) {
+    Dictionary(*variables.Get(L"f"_key)).Set(L"FValue"_key, Value(L"value"));
+    variables.Set(L"h"_key, hosts.Handle());
+    c.arrange();
+    text = BString(L"[f] [h] given");
+    VARIANT_BOOL value = 1;
+    BString translation;
+    EXPECT_EQ(message->TransMessage(text.Get(), nullptr, &value, nullptr, translation.Receive()), S_OK);
+    EXPECT_EQ(Utf8(translation.View()), c.translation) << c.row;
+    EXPECT_EQ(value, 1) << "as it was, which is true";
+  }
 }
 
 class EachMemberTest : public MessageShellTest {

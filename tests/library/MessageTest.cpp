@@ -258,7 +258,7 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
     message.GroupInfo(c.group);
     const auto given = [&](char flag) { return std::string(c.flags).find(flag) != std::string::npos; };
     bool caption = given('c'), value = given('v'), name = given('n');
-    EXPECT_EQ(Utf8(message.TransMessage(c.text, caption, value, name)), Utf8(c.translation));
+    EXPECT_EQ(Utf8(message.TransMessage(c.text, caption, value, name).View()), Utf8(c.translation));
     EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), c.settled);
     EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.TransMessage 翻译消息 1");
   }
@@ -279,7 +279,7 @@ TEST_F(TransMessageTest, CaptionsAreSoughtAsFarAsTheTextNeedsThem) {
   message.GetVariableList().Set(L"spoilt"_key, Value(L"no record"));
   const auto names = [&](const wchar_t* text) {
     bool caption = false, value = false, name = true;
-    return Utf8(message.TransMessage(text, caption, value, name));
+    return Utf8(message.TransMessage(text, caption, value, name).View());
   };
   EXPECT_EQ(names(L"[DATE][单号][][abc"), "[date][no][void][abc");
   EXPECT_EQ(boxes.Take(), Boxes{});

@@ -1,9 +1,21 @@
 #include <gtest/gtest.h>
 
+#include <deque>
+
 #include "message/MessageTemplate.h"
 
 namespace tavio::test {
 namespace {
+
+Text Angled(TextView text, bool settles) {
+  Rewriting rewriting(text);
+  std::deque<Text> lent;
+  for (int i = 0; rewriting.NextName(); ++i) {
+    const auto& written = lent.emplace_back(u'<' + Text(rewriting.Name()) + u'>');
+    settles&& i % 2 ? rewriting.Write(Text(written)) : rewriting.Lend(written);
+  }
+  return rewriting.ToText();
+}
 
 TEST(MessageTemplate, NamesReachFromABracketToTheFirstClosingOne) {
   const struct {
@@ -23,9 +35,8 @@ TEST(MessageTemplate, NamesReachFromABracketToTheFirstClosingOne) {
       {"never closed behind a name", u"[a]b[c[d", u"<a>b[c[d"},
   };
   for (const auto& c : cases) {
-    const auto angled = [](TextView name, Text& result) { result += u'<' + Text(name) + u'>'; };
-    EXPECT_EQ(RewriteBrackets(c.text, angled), c.rewritten) << c.name;
-    EXPECT_EQ(RewriteBrackets(c.text, AppendBracketed), c.text) << c.name;
+    EXPECT_EQ(Angled(c.text, false), c.rewritten) << c.name;
+    EXPECT_EQ(Angled(c.text, true), c.rewritten) << c.name;
   }
 }
 

@@ -6,6 +6,7 @@
 #include <new>
 
 #include "com/server/ArgumentFrame.h"
+#include "foundation/values/BString.h"
 #include "foundation/values/OwnModule.h"
 
 namespace tavio::com {
@@ -33,6 +34,13 @@ Dispatch::Parameter Describe(const ELEMDESC& element) noexcept {
   const bool optional = (description.wParamFlags & (PARAMFLAG_FOPT | PARAMFLAG_FHASDEFAULT)) != 0;
   const bool hasDefault = (description.wParamFlags & PARAMFLAG_FHASDEFAULT) != 0;
   return {plain, byReference, optional, hasDefault ? &description.pparamdescex->varDefaultValue : nullptr};
+}
+
+std::wstring NameOf(ITypeInfo& info, DISPID member) {
+  BString name;
+  UINT count = 0;
+  info.GetNames(member, name.Receive(), 1, &count);
+  return std::wstring(name.View());
 }
 
 WORD FlagOf(INVOKEKIND kind) noexcept { return static_cast<WORD>(kind); }
@@ -73,7 +81,7 @@ void Dispatch::AddMember(const FUNCDESC& function) {
   // Those of IUnknown and IDispatch are listed before, and are nobody's to call by name.
   constexpr auto kInherited = static_cast<SHORT>(7 * sizeof(void*));
   if (function.oVft < kInherited) return;
-  Member member{function.memid, function.invkind, {}};
+  Member member{function.memid, NameOf(*typeInfo_.Get(), function.memid), function.invkind, {}};
   for (SHORT i = 0; i < function.cParams; ++i) {
     const auto& element = function.lprgelemdescParam[i];
     if (element.paramdesc.wParamFlags & (PARAMFLAG_FRETVAL | PARAMFLAG_FLCID)) continue;
@@ -88,7 +96,17 @@ HRESULT Dispatch::GetTypeInfo(ITypeInfo** info) const noexcept {
   return FAILED(loaded_) ? loaded_ : typeInfo_.CopyTo(info);
 }
 
+// The type library compares names as the user's language does, which takes longer than most calls: it is asked for those
+// that are not written as it writes them.
 HRESULT Dispatch::GetIDsOfNames(LPOLESTR* names, UINT count, DISPID* ids) const noexcept {
+  if (count == 1 && names && names[0] && ids) {
+    const std::wstring_view asked(names[0]);
+    for (const auto& member : members_) {
+      if (member.name.empty() || member.name != asked) continue;
+      *ids = member.id;
+      return S_OK;
+    }
+  }
   return FAILED(loaded_) ? loaded_ : typeInfo_->GetIDsOfNames(names, count, ids);
 }
 

@@ -4,6 +4,7 @@
 #include <oaidl.h>
 #include <wrl/client.h>
 
+#include <string>
 #include <vector>
 
 #include "com/server/TypeDescription.h"
@@ -29,6 +30,7 @@ class Dispatch {
   };
   struct Member {
     DISPID id;
+    std::wstring name;  // as the type library writes it; empty if it has none
     INVOKEKIND kind;
     std::vector<Parameter> parameters;  // those that a caller passes
   };

@@ -24,6 +24,8 @@ void TryToCreate() noexcept try {
 
 }  // namespace
 
+bool IsLogCalled() noexcept { return !Process().logCreationTried || Process().log; }
+
 std::int32_t LogStart(const wchar_t* label) noexcept try {
   TryToCreate();
   const auto log = Log();

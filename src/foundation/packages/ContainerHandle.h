@@ -19,6 +19,8 @@ class ContainerHandle {
   // The very object that the handle was made from; null if unset.
   const ComPtr<IDispatch>& Object() const noexcept { return object_; }
   Value AsValue() const noexcept { return Value(object_); }
+  // Whether reads run no foreign code.
+  bool IsReadInPlace() const noexcept { return path_ == Path::kInPlace; }
 
  protected:
   enum class Path { kByName, kInterface, kInPlace };

@@ -105,6 +105,15 @@ std::optional<StoredValue> Dictionary::Find(const Key& key) const {
   return Get(key);
 }
 
+Dictionary::Peeked Dictionary::PeekTextUnder(const Key& key, const Key& field) const {
+  auto* own = ReadInPlace();
+  const VARIANT* held = nullptr;
+  if (!own || FAILED(own->ReadFieldUnder(key.Get(), field.Get(), &held))) return {false, std::nullopt};
+  if (!held) return {true, std::nullopt};
+  if (held->vt != VT_BSTR) return {false, std::nullopt};
+  return {true, ViewOf(held->bstrVal)};
+}
+
 bool Dictionary::Lookup(const Key& key) const {
   if (const auto published = HeldPublished()) {
     VARIANT_BOOL found = VARIANT_FALSE;
@@ -151,6 +160,15 @@ Dictionary Dictionary::CloneAll() const {
   return Dictionary(CallByName(L"CloneAll"));
 }
 
+std::int32_t Dictionary::SkipOtherTexts(std::int32_t position, std::int32_t last, const Key& field,
+                                        TextView text) const {
+  auto* own = ReadInPlace();
+  if (!own) return position;
+  LONG found = position;
+  CheckCall(own->SkipOtherTexts(position, last, field.Get(), text.data(), static_cast<UINT>(text.size()), &found));
+  return found;
+}
+
 Entry Dictionary::At(std::int32_t position) const { return Entry(EntryReader(*this), position); }
 
 DISPID EntryReader::Member(DISPID& known, const wchar_t* name) const {
@@ -158,12 +176,22 @@ DISPID EntryReader::Member(DISPID& known, const wchar_t* name) const {
   return known;
 }
 
-BString EntryReader::NameByName(std::int32_t position) const {
+BString EntryReader::NameAt(std::int32_t position) const {
+  if (const auto published = record_.HeldPublished()) {
+    BString name;
+    record_.CheckCall(published->get_Name(position, name.Receive()));
+    return name;
+  }
   VARIANT arguments[] = {Value(position).Raw()};
   return BString(InvokeMember(record_.Object().Get(), Member(name_, L"Name"), kCallOrRead, arguments).ToText());
 }
 
-Value EntryReader::ValueByName(BSTR name) const {
+Value EntryReader::ValueOf(BSTR name) const {
+  if (const auto published = record_.HeldPublished()) {
+    Value value;
+    record_.CheckCall(published->get_Value(name, value.Receive()));
+    return value;
+  }
   VARIANT arguments[] = {Borrowed(name)};
   return InvokeMember(record_.Object().Get(), Member(value_, L"Value"), kCallOrRead, arguments);
 }
@@ -182,7 +210,7 @@ void Entry::Read() const {
     value_.emplace(StoredOrEmpty(stored));
     return;
   }
-  ownName_ = record.Published() ? BString(record.Name(position_)) : reader_->NameByName(position_);
+  ownName_ = reader_->NameAt(position_);
   name_ = ownName_.Get();
 }
 
@@ -193,14 +221,7 @@ BSTR Entry::Name() const {
 
 const Value& Entry::Stored() const {
   Read();
-  if (!value_) {
-    const auto& record = reader_->Record();
-    if (record.Published()) {
-      value_.emplace(record.Get(Key::Borrow(name_)));
-    } else {
-      value_.emplace(reader_->ValueByName(name_));
-    }
-  }
+  if (!value_) value_.emplace(reader_->ValueOf(name_));
   return **value_;
 }
 
@@ -211,14 +232,15 @@ StoredValue Entry::Field(const Key& key) const {
     const HRESULT result = own->ReadField(position_, key.Get(), &stored);
     if (SUCCEEDED(result)) return StoredOrEmpty(stored);
   }
-  // A foreign record may change the container that lends the entry.
   Own();
-  return StoredValue(Record().Get(key)->Copy());
+  return Record().Get(key);
 }
 
+// A foreign record may change the container that lends the entry.
 void Entry::Own() const {
   const Value& stored = Stored();
-  if (!ownName_.Get()) ownName_ = BString(ViewOf(name_));
+  if (!value_->IsInPlace()) return;
+  ownName_ = BString(ViewOf(name_));
   name_ = ownName_.Get();
   value_.emplace(stored.Copy());
 }

@@ -39,6 +39,13 @@ class Dictionary : public ContainerHandle<_Dictionary, IDictionaryInPlace> {
   StoredValue GetValue(const Key& key) const;
   StoredValue GetValue(const Key& key, const Value& fallback) const;
   std::optional<StoredValue> Find(const Key& key) const;
+  // A text field of the record under `key`, read in place without a call of foreign code. Uncertain if only the containers
+  // themselves can tell; certain and without a text if there is no such record, or no such field in it.
+  struct Peeked {
+    bool isCertain;
+    std::optional<TextView> text;
+  };
+  Peeked PeekTextUnder(const Key& key, const Key& field) const;
   bool Lookup(const Key& key) const;
   // Adds at the end or replaces in place. An object is stored by reference.
   void Set(const Key& key, const Value& value) const;
@@ -48,6 +55,10 @@ class Dictionary : public ContainerHandle<_Dictionary, IDictionaryInPlace> {
   // One level deep: objects held as values are shared.
   Dictionary Clone() const;
   Dictionary CloneAll() const;
+
+  // The first position from `position` to `last` at which a search for a record whose `field` is `text` must look: where
+  // it is found, and where only the container itself can tell; `last` + 1 if there is none.
+  std::int32_t SkipOtherTexts(std::int32_t position, std::int32_t last, const Key& field, TextView text) const;
 
   // The entry at a position from 1 to Count.
   Entry At(std::int32_t position) const;
@@ -63,8 +74,9 @@ class EntryReader {
   explicit EntryReader(Dictionary record) noexcept : record_(std::move(record)) {}
 
   const Dictionary& Record() const noexcept { return record_; }
-  BString NameByName(std::int32_t position) const;
-  Value ValueByName(BSTR name) const;
+  // By calls, for containers that lend nothing.
+  BString NameAt(std::int32_t position) const;
+  Value ValueOf(BSTR name) const;
 
  private:
   DISPID Member(DISPID& known, const wchar_t* name) const;

@@ -13,6 +13,7 @@ class StoredValue {
 
   const Value& operator*() const noexcept { return inPlace_ ? Value::In(*inPlace_) : copy_; }
   const Value* operator->() const noexcept { return &**this; }
+  bool IsInPlace() const noexcept { return inPlace_ != nullptr; }
 
  private:
   const VARIANT* inPlace_ = nullptr;

@@ -20,7 +20,7 @@ inline std::int32_t CountedIn16Bits(std::int32_t count) {
   return count;
 }
 
-// `Held` is what the positions are read from, by its operator().
+// `Held` is what the positions are read from, by its operator(); if it has a Next, that tells the position to go on from.
 template <class Held>
 class Walk {
  public:
@@ -28,8 +28,8 @@ class Walk {
    public:
     Iterator(const Held& held, std::int32_t position) noexcept : held_(&held), position_(position) {}
     decltype(auto) operator*() const { return (*held_)(position_); }
-    Iterator& operator++() noexcept {
-      ++position_;
+    Iterator& operator++() {
+      position_ = From(*held_, position_ + 1);
       return *this;
     }
     bool operator!=(const Iterator& end) const noexcept { return position_ != end.position_; }
@@ -40,10 +40,15 @@ class Walk {
   };
 
   Walk(Held held, std::int32_t count) noexcept : held_(std::move(held)), count_(count) {}
-  Iterator begin() const noexcept { return {held_, 1}; }
+  Iterator begin() const { return {held_, From(held_, 1)}; }
   Iterator end() const noexcept { return {held_, count_ > 0 ? count_ + 1 : 1}; }
 
  private:
+  static std::int32_t From(const Held& held, std::int32_t position) {
+    if constexpr (requires { held.Next(position); }) position = held.Next(position);
+    return position;
+  }
+
   Held held_;
   std::int32_t count_;
 };
@@ -61,9 +66,27 @@ struct RecordAt {
   Dictionary operator()(std::int32_t position) const { return list.Record(position); }
 };
 
+// Leaves out the records of which it is certain that their `field` is another text than `text`.
+struct EntryThatMayHold {
+  EntryReader reader;
+  const Key& field;
+  TextView text;
+  std::int32_t count;
+
+  Entry operator()(std::int32_t position) const { return Entry(reader, position); }
+  std::int32_t Next(std::int32_t position) const {
+    return reader.Record().SkipOtherTexts(position, count, field, text);
+  }
+};
+
 inline Walk<EntryAt> Entries(const Dictionary& record) { return {{EntryReader(record)}, record.Count()}; }
 inline Walk<EntryAt> EntriesIn16Bits(const Dictionary& record) {
   return {{EntryReader(record)}, CountedIn16Bits(record.Count())};
+}
+// `field` and `text` must outlive the walk.
+inline Walk<EntryThatMayHold> EntriesIn16BitsThatMayHold(const Dictionary& record, const Key& field, TextView text) {
+  const auto count = CountedIn16Bits(record.Count());
+  return {{EntryReader(record), field, text, count}, count};
 }
 inline Walk<ItemAt> Items(const Vector& list) { return {{list}, list.Count()}; }
 inline Walk<RecordAt> Records(const Vector& list) { return {{list}, list.Count()}; }

@@ -28,6 +28,13 @@ class BString {
   explicit BString(TextView text) : text_(SysAllocStringLen(text.data(), static_cast<UINT>(text.size()))) {
     if (!text_) throw std::bad_alloc();
   }
+  // Of that many characters, for whoever writes them.
+  static BString OfSize(std::size_t size) {
+    BString text;
+    text.text_ = SysAllocStringLen(nullptr, static_cast<UINT>(size));
+    if (!text.text_) throw std::bad_alloc();
+    return text;
+  }
   BString(BString&& other) noexcept : text_(other.Detach()) {}
   BString& operator=(BString&& other) noexcept {
     std::swap(text_, other.text_);
@@ -39,6 +46,7 @@ class BString {
 
   TextView View() const noexcept { return ViewOf(text_); }
   BSTR Get() const noexcept { return text_; }
+  friend bool operator==(const BString& one, TextView other) noexcept { return one.View() == other; }
   // The place for a callee to put a new BSTR into; what was held is freed.
   BSTR* Receive() noexcept {
     SysFreeString(std::exchange(text_, nullptr));

@@ -133,6 +133,8 @@ void Value::AppendTo(Text& text) const {
 }
 
 bool Value::EqualsText(TextView text) const {
+  const bool isNumber = variant_.vt == VT_I4 || variant_.vt == VT_I2;
+  if (isNumber && text.empty()) return false;  // the commonest question, and writing the number out is slow
   return IsText() ? ViewOf(variant_.bstrVal) == text : TextView(ToText()) == text;
 }
 

@@ -56,7 +56,13 @@ class Pair {
   void Clone() {
     auto clone = map_.CloneWith([](int value) { return value + 1; });
     Compare();
-    for (auto& [key, value] : model_) ++value;
+    for (auto& [key, value] : model_) {
+      ++value;
+      OrderedMap<int>::Place place;  // where the one has it, the other has it too
+      for (auto* map : {&map_, &clone}) {
+        Require(map->FindNear(place, vexo::HashOf(KeyOf(key)), KeyOf(key)) == map->Find(KeyOf(key)));
+      }
+    }
     map_ = std::move(clone);
   }
 
