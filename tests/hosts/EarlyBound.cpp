@@ -4,15 +4,10 @@
 #include <windows.h>
 #include <TavioClassBillAction.h>
 
-#include <cstddef>
 #include <filesystem>
-#include <fstream>
 #include <iostream>
-#include <iterator>
-#include <string>
 
 #include "foundation/packages/Component.h"
-#include "foundation/packages/Dictionary.h"
 #include "foundation/values/BString.h"
 
 namespace tavio::test {
@@ -77,32 +72,6 @@ void CheckSending(_BillActions* actions) {
   Check("a result that nobody takes", message->SendMessage(nullptr, nullptr) == E_POINTER);
 }
 
-// What goes by reference is read, and stays what it was.
-void CheckEditing(_BillActions* actions) {
-  ComPtr<IDispatch> action, stored;
-  actions->Item(BString(L"Close").Get(), &action);
-  Dictionary(action).Set(L"FName"_key, Value(L"Shut"));
-  IDispatch* given = action.Get();
-  VARIANT_BOOL updated = VARIANT_FALSE, added = VARIANT_FALSE, removed = VARIANT_FALSE;
-  Check("Update", SUCCEEDED(actions->Update(&given, &updated)) && updated == VARIANT_TRUE && given == action.Get());
-  Dictionary(action).Set(L"FCode"_key, Value(L"Archive"));
-  Check("AddNew", SUCCEEDED(actions->AddNew(&given, &added)) && added == VARIANT_TRUE && given == action.Get());
-  const BString code(L"Close");
-  BSTR text = code.Get();
-  Check("Remove", SUCCEEDED(actions->Remove(&text, &removed)) && removed == VARIANT_TRUE && text == code.Get());
-  actions->Item(text, &stored);
-  Check("updated and removed", Dictionary(stored).Get(L"FName"_key)->ToText() == L"Shut" &&
-                                   Dictionary(stored).Get(L"FStatus"_key)->ToInt32() == 6);
-}
-
-void CheckDownload(_BillActions* actions) {
-  constexpr std::byte kContent[] = {std::byte{0}, std::byte{255}, std::byte{10}};
-  BString path;
-  actions->DownloadFile(Value::Bytes(kContent).Raw(), BString(L"picture.bin").Get(), path.Receive());
-  std::ifstream file(std::filesystem::path(path.View()), std::ios::binary);
-  Check("DownloadFile", std::string(std::istreambuf_iterator<char>(file), {}) == std::string("\0\xFF\n", 3));
-}
-
 int Run() {
   const auto actions = Create<_BillActions>(__uuidof(BillActions));
   if (!Check("BillActions created", actions != nullptr)) return failures;
@@ -110,8 +79,6 @@ int Run() {
   actions->put_ClassTypeID(1005);
   actions->Initialize();
   CheckSending(actions.Get());
-  CheckEditing(actions.Get());
-  CheckDownload(actions.Get());
   return failures;
 }
 
