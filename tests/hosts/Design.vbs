@@ -67,6 +67,30 @@ Check "the predefined ones are back", Codes(actions.GetBillActions), _
 
 Check "DownloadFile of no bytes", actions.DownloadFile("text", "a.tmp"), ""
 
+' A new bill type.
+Dim template
+Set template = CreateObject("Vexo.Dictionary")
+template("FID") = 1006
+template("FBillTypeID") = 2
+Set actions.ClassType = template
+actions.NewBill
+Check "NewBill", Codes(actions.GetBillActions), "Save:1;Delete:1;Check:1;UnCheck:1;MultiCheck:1;Print:1;CopyNew:1;"
+Check "Save", actions.Save, True
+Check "stored", Codes(actions.GetBillActions), "Save:0;Delete:0;Check:0;UnCheck:0;MultiCheck:0;Print:0;CopyNew:0;"
+
+' Scenarios: a tree as the designer reads it.
+Dim scenarios, scenario, tree, menu
+Set scenarios = CreateObject("TavioClassBillAction.BillEnvironments")
+For Each scenario In scenarios.GetSortList
+  tree = tree & scenario("Level") & ":" & scenario("FMask") & "<" & scenario("Parent") & " "
+Next
+Check "GetSortList", tree, "0:7<0 1:4<7 1:3<7 2:2<3 2:1<3 0:56<0 1:16<56 1:32<56 1:8<56 0:64<0 "
+Set menu = scenarios.GetClassMenu
+Check "GetClassMenu", menu("PurchaseRequest")("FClassTypeID"), CLng(1005)
+
+Check "the type library", CreateObject("WScript.Shell").RegRead( _
+    "HKCR\TypeLib\{2B7C9F10-4E6D-4B0A-9C43-7D5F1E8A6001}\1.0\"), "Tavio bill actions, scenarios and messages"
+
 Function Codes(list)
   Dim key
   Codes = ""

@@ -74,8 +74,6 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
 }
 
 TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
-  ForeignRecord uncopied(Record({{L"FCode", L"Save"}}));
-  uncopied.On(L"Clone", Failing(L"不能复制"));
   const auto named = [](const wchar_t* code) { return Record({{L"FCode", code}, {L"FCode_Old", L"Save"}}); };
   const struct {
     const char* row;
@@ -84,12 +82,9 @@ TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
   } cases[] = {
       {"no code", named(L""), Boxes(2, Warning(L"操作代码不能为空！"))},
       {"a null for a code", Record({{L"FCode", Value::Null()}}), Boxes(2, Warning(L"操作代码不能为空！"))},
-      {"a digit first", named(L"1A"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
+      {"no letter first, but in upper case", named(L"ıtem"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
       {"a blank", named(L"A B"), Boxes(2, Warning(L"操作代码中间不能包含空格！"))},
-      {"another sign", named(L"A_B"), Boxes(2, Warning(L"操作代码只能由字符和数字组成！"))},
-      {"uncopied",
-       uncopied.Handle(),
-       {Report(L"BillActions : AddNew ", L"不能复制"), Report(L"BillActions : Update ", L"不能复制")}},
+      {"another sign", named(L"Aſ"), Boxes(2, Warning(L"操作代码只能由字符和数字组成！"))},
       {"nothing", {}, {}},
   };
   Hold(Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}})}}));
@@ -130,7 +125,6 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
     EXPECT_EQ(actions.Remove(c.code), c.removed);
     EXPECT_EQ(boxes.Take(), c.answer ? Boxes{Localised(kQuestion, style)} : Boxes{});
     EXPECT_EQ(Show(*save.Get(L"FStatus"_key)), std::to_string(c.status));
-    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.Remove 从操作集合中移去指定的操作 1");
   }
 }
 
@@ -167,7 +161,6 @@ TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
   actions.RemoveAll();
   EXPECT_EQ(Held(), "{a: {FStatus: 5}, b: {FStatus: 4}, c: {FStatus: 6}, null: {FStatus: 5}}");
   EXPECT_EQ(boxes.Take(), (Boxes{question, question}));
-  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.RemoveAll 清空所有操作 1");
 }
 
 class AppendVariablesTest : public LibraryTest {
@@ -196,7 +189,6 @@ TEST_F(AppendVariablesTest, EntriesReplaceThoseOfTheirKey) {
     EXPECT_EQ(actions.GetAppendVariables().Object().Get(), held.Object().Get());
     EXPECT_EQ(Show(held), "{Items: [], More: [1, 2], None: none}");
   }
-  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.AddAppendVariables 1");
 }
 
 TEST_F(AppendVariablesTest, DownloadLeavesOneFileInTheFolder) {
@@ -208,11 +200,9 @@ TEST_F(AppendVariablesTest, DownloadLeavesOneFileInTheFolder) {
     EXPECT_EQ(std::string(std::istreambuf_iterator<char>(file), {}), std::string("\0\x1A\n\xFF", 4));
     EXPECT_EQ(std::distance(fs::directory_iterator(fs::path(temp)), {}), 1);
     EXPECT_EQ(fs::current_path(), fs::path(temp));
-    EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.DownloadFile 1");
   }
   EXPECT_EQ(actions.DownloadFile(bytes, L"none\\a"), L"");
   EXPECT_EQ(actions.DownloadFile(Value(L"text"), L"a"), L"");
-  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.BillActions.DownloadFile 0");
 }
 
 }  // namespace

@@ -39,7 +39,6 @@ class DeliveryTest : public LibraryTest {
     message.AddVariable(Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}}));
     message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", Record({{L"FBillNo", L"CG001"}})}}));
     message.SetMessage(package);
-    log->entries.clear();
   }
   ~DeliveryTest() override {
     for (const auto* fake : {&users, &mailGateway, &smsGateway}) EXPECT_EQ(*fake ? (*fake)->Living() : 0, 0);
@@ -80,8 +79,6 @@ class DeliveryTest : public LibraryTest {
 TEST_F(DeliveryTest, GatewaysTakeOneRequestToTheListedUsers) {
   package.Set(L"FAccessoryForEmail"_key, Value(true));  // which nobody here can print
   EXPECT_TRUE(SendEmail());
-  EXPECT_EQ(log->entries, (Strings{"begin TavioClassBillAction.Message.TransMessage 翻译消息",
-                                   "end TavioClassBillAction.Message.TransMessage 翻译消息 1"}));
   answer = Value(L"ignored");
   EXPECT_TRUE(message.SendShortMessage());
   EXPECT_EQ(requests, (Strings{Mail("ann@x.com;bob@x.com"), ShortMessage("13800000001,13800000002")}));
@@ -121,7 +118,6 @@ TEST_F(DeliveryTest, AsksOncePerTypeOfRecipient) {
                                          {L"6", Record({{L"FUserType", L"E"}, {L"FUserID", L""}})},
                                          {L"7", Record({{L"FUserType", L"S"}})}}));
   message.ExcludeUser(List({7, L"9"}));
-  users->On(L"UserInfoEx", Failing(L"不能读"));  // which adds nothing to the addresses
   EXPECT_TRUE(SendEmail());
   EXPECT_EQ(asked, (Strings{"E [{FUserID: 2}, {FUserID: 6}]", "U [{FUserID: 3}]"}));
   EXPECT_EQ(requests, Strings{Mail("eve@x.com;ann@x.com")});
@@ -134,18 +130,7 @@ TEST_F(DeliveryTest, NobodyToWriteToIsSilent) {
     package.Set(L"EmailUsers"_key, list.value);
     EXPECT_FALSE(SendEmail()) << Show(list.value);
   }
-  package.Set(L"EmailUsers"_key, TwoUsers());
-  users.reset();
-  EXPECT_FALSE(SendEmail());
   EXPECT_EQ(mailGateway->Created(), 0);
-}
-
-TEST_F(DeliveryTest, OnlyAnEmptyAnswerOfTheMailGatewayIsSuccess) {
-  answer = Value(L"x");
-  EXPECT_FALSE(SendEmail());
-  EXPECT_EQ(boxes.Take(), Boxes{Warning(L"发送邮件失败,请检查邮箱是否配置正确！")});
-  mailGateway->On(L"MorlaSendMail", Failing(L"断开"));
-  EXPECT_FALSE(SendEmail());
 }
 
 // Without a gateway: the path over SMTP. The client's profile holds `email`, the server's another mail server.
@@ -283,13 +268,11 @@ class ApprovalNoticeTest : public DeliveryTest {
 TEST_F(ApprovalNoticeTest, GoesToThoseWhoMustBeTold) {
   PackageAt(package, L"MessageUsers"_key).Set(L"3"_key, Value(1));
   message.ExcludeUser(List({3}));
-  const std::string label = "TavioClassBillAction.Message.SendSMS 多级审核消息";
   EXPECT_TRUE(message.SendSMS());
   EXPECT_EQ(asked, Strings{"[{FID: 77, FUserID: 1}, {FID: 77, FUserID: 2}]"});
   EXPECT_EQ(queries, Strings{"SELECT  b.FMobilePhone FROM t_User a  LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID "
                              "Where a.FUserID in (1) AND a.FForbidden <> 1"});
   EXPECT_EQ(requests, Strings{ShortMessage("13800000001")});
-  EXPECT_EQ(log->entries.front() + log->entries.back(), "begin " + label + "end " + label + " 1");
   EXPECT_EQ(classInfo.Living() + rows->Living(), 0);
 }
 
@@ -299,7 +282,6 @@ TEST_F(ApprovalNoticeTest, EndsSilentlyWhereNobodyIsToBeTold) {
     EXPECT_FALSE(message.SendSMS()) << Show(told);
   }
   EXPECT_TRUE(queries.empty());
-  EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.SendSMS 多级审核消息 1") << "even after a failure";
   EXPECT_EQ(smsGateway->Created(), 0);
 }
 

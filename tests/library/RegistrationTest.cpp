@@ -59,29 +59,43 @@ class RegistrationTest : public ::testing::Test {
   }
 };
 
+RegistrationPlan::Part& PartFor(Scope scope, RegistrationPlan& plan) {
+  return scope == Scope::kUser ? plan.user : plan.machine;
+}
+
 TEST_F(RegistrationTest, LeavesNothingWhereverItFails) {
-  const auto steps = PlanFor(kOwn).machine.writing.size();
-  for (std::size_t i = 0; i < steps; ++i) {
-    auto plan = PlanFor(kOwn);
-    plan.machine.writing[i].run = Failing(E_FAIL);
-    const Result result = Register(plan, Scope::kMachine);
-    EXPECT_EQ(result.step, plan.machine.writing[i].name);
-    EXPECT_EQ(Registered(), "/") << Utf8(result.step);
+  for (const auto scope : {Scope::kMachine, Scope::kUser}) {
+    auto whole = PlanFor(kOwn);
+    for (std::size_t i = 0; i < PartFor(scope, whole).writing.size(); ++i) {
+      auto plan = whole;
+      auto& failing = PartFor(scope, plan).writing[i];
+      failing.run = Failing(E_FAIL);
+      const Result result = Register(plan, scope);
+      EXPECT_EQ(result.outcome, E_FAIL);
+      EXPECT_EQ(result.step, failing.name);
+      EXPECT_EQ(Registered(), "/") << Utf8(result.step);
+    }
   }
 }
 
 TEST_F(RegistrationTest, RemovesWhatItCan) {
-  const auto steps = PlanFor(kOwn).machine.removal.size();
-  const std::string left[] = {"1/", "2/", "O/", "T/"};
-  ASSERT_EQ(steps, std::size(left));
-  for (std::size_t i = 0; i < steps; ++i) {
-    EXPECT_EQ(Register(kOwn, Scope::kMachine), S_OK);
-    EXPECT_EQ(Registered(), "12OT/");
-    auto plan = PlanFor(kOwn);
-    plan.machine.removal[i].run = Failing(kAccessDenied);
-    EXPECT_EQ(Unregister(plan, Scope::kMachine).outcome, kAccessDenied);
-    EXPECT_EQ(Registered(), left[i]);
-    EXPECT_EQ(Unregister(kOwn, Scope::kMachine), S_OK);
+  const std::string left[] = {"1", "2", "O", "T", ""};  // the last step is the user's, and takes an empty key
+  for (const auto scope : {Scope::kMachine, Scope::kUser}) {
+    auto whole = PlanFor(kOwn);
+    const bool isUser = scope == Scope::kUser;
+    ASSERT_EQ(PartFor(scope, whole).removal.size(), isUser ? 5u : 4u);
+    // A user's class that stays may keep its name, since both views of a user's part may be one.
+    for (std::size_t i = isUser ? 2 : 0; i < PartFor(scope, whole).removal.size(); ++i) {
+      EXPECT_EQ(Register(kOwn, scope), S_OK);
+      EXPECT_EQ(Registered(), isUser ? "/12OT" : "12OT/");
+      auto plan = whole;
+      PartFor(scope, plan).removal[i].run = Failing(kAccessDenied);
+      const Result result = Unregister(plan, scope);
+      EXPECT_EQ(result.outcome, kAccessDenied);
+      EXPECT_EQ(result.step, PartFor(scope, plan).removal[i].name);
+      EXPECT_EQ(Registered(), isUser ? "/" + left[i] : left[i] + "/");
+      EXPECT_EQ(Unregister(kOwn, scope), S_OK);
+    }
   }
 }
 
@@ -90,6 +104,9 @@ TEST_F(RegistrationTest, TheUsersPartIsInPlaceOfTheMachines) {
   refused.machine.writing[0].run = Failing(kAccessDenied);
   EXPECT_EQ(Register(refused, Scope::kMachine).outcome, S_OK);
   EXPECT_EQ(Registered(), "/12OT");
+  refused.user.writing[1].run = Failing(E_FAIL);
+  EXPECT_EQ(Register(refused, Scope::kMachine).outcome, E_FAIL) << "nowhere allowed";
+  EXPECT_EQ(Registered(), "/");
   EXPECT_EQ(Register(kOwn, Scope::kMachine), S_OK);
   EXPECT_EQ(Registered(), "12OT/") << "an older one in the user's part would stand before it";
   EXPECT_EQ(Register(kOwn, Scope::kUser), S_OK);

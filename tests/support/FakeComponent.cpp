@@ -7,6 +7,7 @@ namespace tavio::test {
 namespace {
 
 long living = 0;
+Breaker* breaker = nullptr;
 
 constexpr wchar_t kClasses[] = L"Software\\Classes\\";
 
@@ -40,14 +41,20 @@ void WriteProgId(const std::wstring& progId, const CLSID& id) {
 
 long LivingFakes() noexcept { return living; }
 
+Breaker::Breaker() noexcept { breaker = this; }
+Breaker::~Breaker() { breaker = nullptr; }
+Breaker* Breaker::Current() noexcept { return breaker; }
+
 struct FakeObject::Kind {
   struct Member {
+    std::wstring name;
     Method read;
     Method assign;
     int calls = 0;
   };
 
   std::map<std::wstring, Member> members;  // by upper-cased name
+  std::wstring name;
   IID shown = IID_NULL;
   ComPtr<IDispatch> real;
   int created = 0;
@@ -59,12 +66,15 @@ class FakeInstance final : public LateBound {
  public:
   explicit FakeInstance(std::shared_ptr<FakeObject::Kind> kind) : kind_(std::move(kind)) {
     for (auto& [name, member] : kind_->members) {
-      const auto read = [&known = member](Arguments& arguments) {
+      const auto read = [this, &known = member](Arguments& arguments) {
         ++known.calls;
         const auto method = known.read;  // which may replace itself
-        return method(arguments);
+        return Call(known.name, false, arguments, method);
       };
-      Add(name.c_str(), read, member.assign);
+      const auto assign = [this, &known = member](Arguments& arguments) {
+        return Call(known.name, true, arguments, known.assign);
+      };
+      Add(name.c_str(), read, member.assign ? Method(assign) : nullptr);
     }
     ++kind_->created;
     ++kind_->living;
@@ -79,8 +89,22 @@ class FakeInstance final : public LateBound {
     const bool shown = kind_->real && iid == kind_->shown;
     return shown ? kind_->real->QueryInterface(iid, object) : LateBound::QueryInterface(iid, object);
   }
+  STDMETHODIMP GetIDsOfNames(REFIID iid, LPOLESTR* names, UINT count, LCID locale, DISPID* ids) override {
+    const HRESULT found = LateBound::GetIDsOfNames(iid, names, count, locale, ids);
+    if (FAILED(found) || !IsWatched() || breaker->Finds(kind_->name, kind_->members.at(ToUpper(names[0])).name)) {
+      return found;
+    }
+    return DISP_E_UNKNOWNNAME;
+  }
+
+  void Name(std::wstring name) { kind_->name = std::move(name); }
 
  private:
+  bool IsWatched() const noexcept { return breaker && !kind_->name.empty(); }
+  Value Call(const std::wstring& member, bool assigns, Arguments& arguments, const Method& method) const {
+    return IsWatched() ? breaker->Calls(kind_->name, member, assigns, arguments, method) : method(arguments);
+  }
+
   std::shared_ptr<FakeObject::Kind> kind_;
 };
 
@@ -88,15 +112,17 @@ namespace {
 
 class FakeFactory final : public com::ComObject<IClassFactory> {
  public:
-  explicit FakeFactory(FakeObject& fake) noexcept : fake_(fake) {}
+  FakeFactory(FakeObject& fake, const std::wstring& name) noexcept : fake_(fake), name_(name) {}
 
   STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override {
+    if (breaker && !breaker->Creates(name_)) return E_FAIL;
     return fake_.New()->QueryInterface(iid, object);
   }
   STDMETHODIMP LockServer(BOOL) override { return S_OK; }
 
  private:
   FakeObject& fake_;
+  const std::wstring& name_;
 };
 
 }  // namespace
@@ -105,6 +131,7 @@ FakeObject::FakeObject() : kind_(std::make_shared<Kind>()) {}
 
 void FakeObject::Put(const wchar_t* member, Method read, Method assign) {
   auto& known = kind_->members[ToUpper(member)];
+  known.name = member;
   known.read = std::move(read);
   known.assign = std::move(assign);
 }
@@ -120,6 +147,12 @@ ComPtr<IDispatch> FakeObject::New() {
   return object;
 }
 
+void FakeObject::Name(std::wstring name) { kind_->name = std::move(name); }
+
+void FakeObject::Name(IDispatch* object, std::wstring name) {
+  static_cast<FakeInstance*>(object)->Name(std::move(name));
+}
+
 int FakeObject::Created() const noexcept { return kind_->created; }
 int FakeObject::Living() const noexcept { return kind_->living; }
 
@@ -128,18 +161,19 @@ int FakeObject::Calls(const wchar_t* member) const {
   return found == kind_->members.end() ? 0 : found->second.calls;
 }
 
-FakeComponent::FakeComponent(const wchar_t* progId) : progId_(progId) {
-  RefuseForeignClass(progId_);
+FakeComponent::FakeComponent(const wchar_t* progId, Place place) : progId_(progId), place_(place) {
+  Name(progId_);
   CLSID id;
-  Check(CoCreateGuid(&id));
+  if (place_ == Place::kEmpty) RefuseForeignClass(progId_);
+  Check(place_ == Place::kEmpty ? CoCreateGuid(&id) : CLSIDFromProgID(progId, &id));
   ComPtr<IClassFactory> factory;
-  *factory.GetAddressOf() = new FakeFactory(*this);
+  *factory.GetAddressOf() = new FakeFactory(*this, progId_);
   Check(CoRegisterClassObject(id, factory.Get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie_));
-  WriteProgId(progId_, id);
+  if (place_ == Place::kEmpty) WriteProgId(progId_, id);
 }
 
 FakeComponent::~FakeComponent() {
-  RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kClasses + progId_).c_str());
+  if (place_ == Place::kEmpty) RegDeleteTreeW(HKEY_LOCAL_MACHINE, (kClasses + progId_).c_str());
   CoRevokeClassObject(cookie_);
 }
 

@@ -16,6 +16,23 @@ using com::LateBound;
 // How many objects of all fakes are alive.
 long LivingFakes() noexcept;
 
+// Sees every touch of the fakes that have a name, while it lives, and may break it. There is one at most.
+class Breaker {
+ public:
+  Breaker() noexcept;
+  virtual ~Breaker();
+  Breaker(const Breaker&) = delete;
+  Breaker& operator=(const Breaker&) = delete;
+  static Breaker* Current() noexcept;
+
+  // A new object is asked for; an object is asked for a member that it has. False refuses it.
+  virtual bool Creates(const std::wstring& object) = 0;
+  virtual bool Finds(const std::wstring& object, const std::wstring& member) = 0;
+  // A member is called or, if there is no answer to give, assigned, which `real` does.
+  virtual Value Calls(const std::wstring& object, const std::wstring& member, bool assigns, Arguments& arguments,
+                      const LateBound::Method& real) = 0;
+};
+
 // A stand-in for an object of the platform or of a host that is reached by name only: its members are lambdas, given
 // before an object is made. All objects of one fake share them, and what they remember is the test's own.
 //
@@ -49,7 +66,12 @@ class FakeObject {
   // One more interface that objects answer for, which is that of `real`.
   void AnswerFor(const IID& id, ComPtr<IDispatch> real);
 
-  ComPtr<IDispatch> New();
+  virtual ComPtr<IDispatch> New();
+
+  // What a breaker knows all its objects by; a component's is its ProgID.
+  void Name(std::wstring name);
+  // The same for an object that is a fake's.
+  static void Name(IDispatch* object, std::wstring name);
 
   // How many objects were made, how many of them are alive, and how often a member was called or read.
   int Created() const noexcept;
@@ -84,17 +106,20 @@ class FakeObject {
 };
 
 // A fake that is created by its ProgID, in this process only, for as long as it lives. Raises Error where somebody
-// else's class is registered under the ProgID: tests run where the platform is not.
+// else's class is registered under the ProgID: tests run where the platform is not. Only what every Windows has is
+// there, and the fake stands in front of it.
 //
 //   FakeComponent classInfo(L"TavioMClass.ClassInfo");
 //   classInfo.On(L"GetBillActions", [&](Arguments& a) { EXPECT_EQ(Show(a.At(1)), "7"); return actions.AsValue(); });
 class FakeComponent : public FakeObject {
  public:
-  explicit FakeComponent(const wchar_t* progId);
+  enum class Place { kEmpty, kInFront };
+  explicit FakeComponent(const wchar_t* progId, Place place = Place::kEmpty);
   ~FakeComponent() override;
 
  private:
   std::wstring progId_;
+  Place place_;
   DWORD cookie_ = 0;
 };
 

@@ -40,8 +40,11 @@ FakeProps::FakeProps() : FakeComponent(L"TavioSharedProps.PropStore") {
 }
 
 FakeRecords::FakeRecords(Vector records) : records_(std::move(records)) {
+  Name(L"ADODB.Recordset");
+  fields_.Name(L"ADODB.Fields");
+  field_.Name(L"ADODB.Field");
   On(L"EOF", [this] { return position_ > records_.Count(); });
-  On(L"MoveNext", [this] { return ++position_; });
+  On(L"MoveNext", [this] { ++position_; });
   On(L"Fields", [this] { return fields_.New(); });
   fields_.On(L"Item", [this](Arguments& a) {
     const auto record = records_.Record(position_);

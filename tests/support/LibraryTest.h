@@ -28,6 +28,8 @@ class FakeTexts : public FakeComponent {
 class FakeLog : public FakeComponent {
  public:
   FakeLog();
+  // Between operations alone, whose ends it would not know.
+  void Forget() { entries.clear(), labels_.clear(); }
   Strings entries;
 
  private:

@@ -7,10 +7,12 @@
 namespace tavio {
 
 Value GetShareProperty(TextView name) noexcept try {
-  auto processId = static_cast<std::int32_t>(GetCurrentProcessId());
-  Text property(name);
   const auto store = Component::Create(L"TavioSharedProps.PropStore");
-  const auto read = [&] { return store.Call(L"GetProperty", ByRef(processId), ByRef(property)); };
+  const auto read = [&] {
+    auto processId = static_cast<std::int32_t>(GetCurrentProcessId());
+    Text property(name);
+    return store.Call(L"GetProperty", ByRef(processId), ByRef(property));
+  };
   // Read twice, as the component's other clients do: once to learn the kind, once to keep the value.
   read();
   return read();

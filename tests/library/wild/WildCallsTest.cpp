@@ -3,8 +3,6 @@
 // for those of a session that failed.
 
 #include <TavioClassBillAction.h>
-#include <psapi.h>
-#include <winternl.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -14,6 +12,7 @@
 #include "foundation/packages/Component.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/library/wild/WildPlatform.h"
+#include "tests/support/Held.h"
 #include "tests/support/LibraryTest.h"
 #include "tests/support/Passed.h"
 
@@ -247,26 +246,6 @@ int WINAPI AnswerBox(HWND, LPCWSTR given, LPCWSTR title, UINT style) {
   EXPECT_TRUE(*title == 0 || Utf8(title) == "«»") << Utf8(title) << " in " << Where();
   if (dice.OneIn(4)) CallAnything();
   return !asks ? IDOK : dice.OneIn(2) ? IDYES : IDNO;
-}
-
-// What Windows holds for this process.
-struct Held {
-  SIZE_T memory;
-  ULONG handles;
-};
-
-Held HeldNow() {
-  PROCESS_MEMORY_COUNTERS memory = {};
-  GetProcessMemoryInfo(GetCurrentProcess(), &memory, sizeof memory);
-  std::vector<BYTE> all(1 << 20);
-  NtQuerySystemInformation(SystemProcessInformation, all.data(), static_cast<ULONG>(all.size()), nullptr);
-  for (const BYTE* at = all.data();;) {
-    const auto* process = reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(at);
-    const auto id = static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(process->UniqueProcessId));
-    if (id == GetCurrentProcessId()) return {memory.PagefileUsage, process->HandleCount};
-    if (!process->NextEntryOffset) return {memory.PagefileUsage, 0};
-    at += process->NextEntryOffset;
-  }
 }
 
 void PrintPlace(const void* address) {
