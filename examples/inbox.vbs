@@ -1,5 +1,6 @@
-' Prints the development platform's inbox:  cscript /nologo inbox.vbs [file]
-' With a file's name the table is written there, as Unicode text, instead of to the console.
+' Prints the inbox of the user who works here, on the development platform:  cscript /nologo inbox.vbs [file]
+' The environment variable TAVIO_DEV_USER makes it somebody else's: TAVIO_DEV_USER=16395 is another user's ID. With a file's
+' name the table is written there, as Unicode text, instead of to the console.
 Option Explicit
 
 Dim output
@@ -8,14 +9,13 @@ If WScript.Arguments.Count > 0 Then
   Set output = CreateObject("Scripting.FileSystemObject").CreateTextFile(WScript.Arguments(0), True, True)
 End If
 
-Dim store, process, name, info, inbox
+Dim store, info, inbox
 Set store = CreateObject("TavioSharedProps.PropStore")
-process = 0
-name = "PropsString"
 Set info = CreateObject("TavioMClass.ClassInfo")
-Set inbox = info.GetData(store.GetProperty(process, name), _
+Set inbox = info.GetData(store.GetProperty(0, "PropsString"), _
   "SELECT m.FTime, s.FName AS FSender, r.FName AS FRecipient, m.FTitle, m.FContent FROM t_Inbox m" & _
-  " LEFT JOIN t_User s ON s.FUserID = m.FSenderID LEFT JOIN t_User r ON r.FUserID = m.FRecipientID ORDER BY m.FID")
+  " LEFT JOIN t_User s ON s.FUserID = m.FSenderID LEFT JOIN t_User r ON r.FUserID = m.FRecipientID" & _
+  " WHERE m.FRecipientID = " & store.GetProperty(0, "UserID") & " ORDER BY m.FID")
 
 Print Line("time", "sender", "recipient", "title", "content")
 Print String(110, "-")

@@ -1,7 +1,7 @@
 @echo off
 rem register [user] [platform]
-rem   Registers the library and, if the platform's own are not installed, the containers: for the machine, or with
-rem   "user", and if there are no administrator's rights, for the current user.
+rem   Registers the library, the companion and, if the platform's own are not installed, the containers: for the machine,
+rem   or with "user", and if there are no administrator's rights, for the current user.
 rem   With "platform" the development platform too, for machines without the real one.
 setlocal
 set "here=%~dp0"
@@ -52,10 +52,10 @@ if errorlevel 1 exit /b 1
 call :other DevPlatform.dll @TAVIO_PLATFORM_CLASS@
 call :driver
 :library
-call :server TavioClassBillAction.dll
-if errorlevel 5 echo The registry could not be written.
+call :own TavioClassBillAction.dll @TAVIO_LIBRARY_CLASS@
 if errorlevel 1 exit /b 1
-call :other TavioClassBillAction.dll @TAVIO_LIBRARY_CLASS@
+call :own TavioCompanion.dll @TAVIO_COMPANION_CLASS@
+if errorlevel 1 exit /b 1
 echo Registered for %place%.
 if not defined twice exit /b 0
 echo Programs of the current user take what is registered for the user, those that run as administrator what is
@@ -80,6 +80,13 @@ exit /b 1
 :not_written
 echo The registry could not be written.
 exit /b 1
+
+rem own <file> <one of its classes>: registers what nobody else can have registered.
+:own
+call :server %1
+if errorlevel 5 echo The registry could not be written.
+if errorlevel 1 exit /b 1
+goto other
 
 rem server <file>: registers it; regsvr32's exit code comes back.
 :server

@@ -20,7 +20,7 @@ exit /b 0
 
 :unregister
 set failed=
-for %%d in (TavioClassBillAction.dll DevPlatform.dll Vexo10.dll) do call :server %%d
+for %%d in (TavioCompanion.dll TavioClassBillAction.dll DevPlatform.dll Vexo10.dll) do call :server %%d
 call :look
 if defined found echo Still registered in %found%. HKLM is the machine's part: it takes an administrator.
 if defined found exit /b 1
@@ -35,7 +35,7 @@ for %%p in (%parts%) do call :part %%p
 exit /b 0
 :part
 set its=
-for %%c in (@TAVIO_LIBRARY_CLASS@ @TAVIO_PLATFORM_CLASS@ @TAVIO_CONTAINERS_CLASS@) do call :class %1 %%c
+for %%c in (@TAVIO_LIBRARY_CLASS@ @TAVIO_COMPANION_CLASS@ @TAVIO_PLATFORM_CLASS@ @TAVIO_CONTAINERS_CLASS@) do call :class %1 %%c
 if defined its set found=%found% %1
 exit /b 0
 :class

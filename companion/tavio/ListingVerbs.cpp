@@ -5,6 +5,8 @@
 #include "companion/preview/Compose.h"
 #include "companion/tavio/Listing.h"
 #include "companion/tavio/Progress.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/environment/modFunction.h"
 #include "foundation/packages/Fields.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/CodePage.h"
@@ -55,7 +57,8 @@ Json Scenarios() {
 const CLI::Range kCounts(0, std::numeric_limits<std::int32_t>::max(), "from 0");
 
 struct Box {
-  std::int32_t user = 0;
+  std::int32_t user = 0;  // 0: whoever works here
+  bool all = false;
   std::int32_t last = 20;
 };
 
@@ -65,16 +68,20 @@ void CutTo(Json& records, std::int32_t last) {
 }
 
 Json Inbox(const Box& box) {
-  const Text whose = box.user ? L" WHERE i.FRecipientID = " + std::to_wstring(box.user) : Text();
+  const auto user = box.user ? box.user : PropertyTable::ParseProps(GetPropsString()).GetCurrentUserID();
+  const Text whose = box.all ? Text() : L" WHERE i.FRecipientID = " + std::to_wstring(user);
   auto records =
       Query({{"FID", L"i.FID"},
              {"FTime", L"i.FTime"},
              {"FSenderID", L"i.FSenderID"},
+             {"FSender", L"s.FName"},
              {"FRecipientID", L"i.FRecipientID"},
-             {"FName", L"u.FName"},
+             {"FRecipient", L"r.FName"},
              {"FTitle", L"i.FTitle"},
              {"FContent", L"i.FContent"}},
-            L"FROM t_Inbox i LEFT OUTER JOIN t_User u ON u.FUserID = i.FRecipientID" + whose + L" ORDER BY i.FID");
+            L"FROM t_Inbox i LEFT OUTER JOIN t_User s ON s.FUserID = i.FSenderID "
+            L"LEFT OUTER JOIN t_User r ON r.FUserID = i.FRecipientID" +
+                whose + L" ORDER BY i.FID");
   CutTo(records, box.last);
   return records;
 }
@@ -111,8 +118,9 @@ void AddListingVerbs(CLI::App& app, Run& run) {
   app.add_subcommand("scenarios", "List the business scenarios")->callback([&run] { PrintRecords(Scenarios(), run); });
 
   const auto box = std::make_shared<Box>();
-  auto* inbox = app.add_subcommand("inbox", "List the system messages that arrived (development platform)");
-  inbox->add_option("--user", box->user, "Of one recipient");
+  auto* inbox = app.add_subcommand("inbox", "List your system messages (development platform)");
+  inbox->add_option("--user", box->user, "Those of another recipient");
+  inbox->add_flag("--all", box->all, "Those of all recipients");
   inbox->add_option("--last", box->last, "How many, 0: all")->check(kCounts)->capture_default_str();
   inbox->callback([box, &run] { PrintRecords(Inbox(*box), run); });
 

@@ -25,6 +25,9 @@ Err.Clear
 data.Import Replace(changed, """FItemID"":6", """FItemID"":5")
 Check "refused by the database", InStr(Err.Description, "数据库错误") > 0, True
 Err.Clear
+data.Import Replace(changed, """FItemID"":6", """FItemID"":99999999999999999999")
+Check "an integer that nothing holds", InStr(Err.Description, "溢出") > 0, True
+Err.Clear
 data.Reset "another"
 Check "another database", InStr(Err.Description, "而不是 another") > 0, True
 On Error GoTo 0

@@ -10,20 +10,11 @@ Check "in a scenario", Codes(actions.GetEnvironmentItems(66)), "Save:0;Close:0;"
 Check "LookUp", actions.LookUp("Save"), True
 Check "no message", actions.GetMessage("Close", 64) Is Nothing, True
 
-' Refused codes: one box each, an unchanged collection.
 Dim added
 Set added = CreateObject("Vexo.Dictionary")
 added("FObjectID") = 1005
 added("FObjectType") = 4
 added("FName") = "归档"
-added("FCode") = "A B"
-Check "code with a blank", actions.AddNew(added), False
-Check "its box", Boxes(), "[Morla提示] 操作代码中间不能包含空格！ (1)"
-added("FCode") = "1A"
-Check "code with a digit first", actions.Update(added), False
-Check "its box", Boxes(), "[Morla提示] 操作代码必须以字符开头！ (1)"
-Check "unchanged", Codes(actions.GetBillActions), "Save:0;MultiCheck:0;Close:0;"
-
 added("FCode") = "Archive"
 Check "AddNew", actions.AddNew(added), True
 Check "the host's package stays", added.Count, CLng(4)

@@ -133,8 +133,7 @@ int Run(const fs::path& prelude, const fs::path& script, const fs::path& folder,
   const fs::path made = PutTogether(prelude, script, folder);
   const fs::path data = fs::path(made).concat(L".data");
   fs::remove_all(data);
-  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", data.c_str());  // the hosts inherit them
-  SetEnvironmentVariableW(L"TAVIO_TEST_FOLDER", prelude.parent_path().c_str());
+  SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", data.c_str());  // the hosts inherit it
   std::deque<Host> hosts;
   for (int number = 1; number <= count; ++number) {
     if (!hosts.emplace_back(made, number).Start()) return 1;

@@ -54,6 +54,14 @@ profile.Save "Base_EMAIL", "Setting", settings
 Check "SendEmail to nobody who listens", message.SendEmail(Nothing), False
 Check "its box", Boxes(), "[Morla提示] 发送邮件失败！ (1)"
 
+Dim customer, mails
+Set customer = CreateObject("Vexo.Dictionary")
+customer("FUserType") = "C"
+customer("FUserID") = 2
+Set package("EmailUsers").Value("C2") = customer
 data.SetSetting "MailWay", "outbox"
-Check "SendEmail into the outbox", message.SendEmail(Nothing), True
-Check "through the gateway", info.GetData(props, "SELECT FID FROM t_MailOutbox").RecordCount, CLng(1)
+Check "SendEmail into the outbox, to a customer too", message.SendEmail(Nothing), True
+Set mails = info.GetData(props, "SELECT FRecipients FROM t_MailOutbox")
+Check "through the gateway", mails.RecordCount, CLng(1)
+Check "addresses of both types", mails("FRecipients").Value, _
+    "lina@example.com;wangfang@example.com;zhaolei@example.com;beifang@example.com"

@@ -16,7 +16,8 @@ constexpr const wchar_t* kClasses[] = {L"TavioClassBillAction.BillActions",
                                        L"TavioClassBillAction.Message",
                                        L"Vexo.Dictionary",
                                        L"Vexo.Vector",
-                                       L"TavioMClass.ClassInfo"};
+                                       L"TavioMClass.ClassInfo",
+                                       L"TavioCompanion.Checker"};
 
 std::size_t Created() {
   std::size_t created = 0;

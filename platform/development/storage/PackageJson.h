@@ -26,4 +26,7 @@ Value FromJson(const Json& json);
 Text ToColumn(const Json& json);
 Json FromColumn(const Value& cell);
 
+// Raises Error for an integer that nothing here can hold, and what the parser raises for what is no JSON.
+Json ParseJson(std::string_view text);
+
 }  // namespace tavio::development

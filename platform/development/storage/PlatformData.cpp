@@ -215,7 +215,7 @@ void ResetData(Database& database) {
   transaction.Commit();
 }
 
-Json ParseData(std::string_view text) try { return Json::parse(text); } catch (const Json::exception& error) {
+Json ParseData(std::string_view text) try { return ParseJson(text); } catch (const Json::exception& error) {
   Refuse(L"不是有效的 JSON: " + FromUtf8(error.what()));
 }
 

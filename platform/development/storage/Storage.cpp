@@ -47,6 +47,11 @@ std::shared_ptr<Database> Connect() {
   return database;
 }
 
+Text UsualFolder() {
+  const Text local = Environment(L"LOCALAPPDATA");
+  return local.empty() ? GetAppFolder() + L"devplatform" : local + L"\\TavioDevPlatform";
+}
+
 }  // namespace
 
 Text Environment(const wchar_t* name) {
@@ -60,7 +65,7 @@ Text StorageFolder() {
   static Text asChosen, absolute;
   const std::scoped_lock lock(guard);
   Text chosen = Environment(L"TAVIO_DEV_FOLDER");
-  if (chosen.empty()) chosen = GetAppFolder() + L"devplatform";
+  if (chosen.empty()) chosen = UsualFolder();
   // It would end the value in the connection string.
   if (chosen.find(L';') != Text::npos)
     throw Error(E_INVALIDARG, L"DevPlatform", L"数据文件夹的路径不能含有分号: " + chosen);

@@ -7,7 +7,7 @@
 namespace tavio::development {
 
 // The folder of everything the development platform writes, ending with "\": the environment variable TAVIO_DEV_FOLDER
-// (a Windows path), else "devplatform" beside this server. A relative path means the folder that was the current one at
+// (a Windows path), else TavioDevPlatform in the user's local folder. A relative path means the folder that was the current one at
 // first use, whatever a host makes the current one later. What is missing of the path is made.
 Text StorageFolder();
 
