@@ -59,17 +59,9 @@ Text RegistryValue(const wchar_t* name) {
   return std::to_wstring(number);
 }
 
-// Empty if it cannot be read.
-Text Stored(const Dictionary& profile, const wchar_t* name) try {
+Text Setting(const Dictionary& profile, const wchar_t* name) {
   Text stored;
   profile.GetValue(Key(TextView(name)))->AppendTo(stored);
-  return stored;
-} catch (const Error&) {
-  return {};
-}
-
-Text Setting(const Dictionary& profile, const wchar_t* name) {
-  const Text stored = Stored(profile, name);
   const auto trimmed = TrimBlanks(stored);
   return Text(trimmed.empty() ? TrimBlanks(RegistryValue(name)) : trimmed);
 }

@@ -10,7 +10,7 @@ namespace tavio {
 // and txtShowName (address and name of the sender), chkSmtp (whether the server wants a login), txtRZName and
 // txtRZPassword (the login), SendOnTimeAccount, SendOnTimePassword, txtRecivePassword. What the profile leaves empty
 // comes from the values of the same names under HKEY_LOCAL_MACHINE\SoftWare\Morla\SMReg.
-// Raises Error if no container can be made. Holds passwords in plain: never log or show it.
+// Raises Error if a profile cannot be read. Holds passwords in plain: never log or show it.
 Dictionary LoadMailSettings();
 
 }  // namespace tavio

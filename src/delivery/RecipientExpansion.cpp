@@ -20,9 +20,10 @@ Text TypeOf(const Dictionary& entry) {
 }
 
 std::int32_t IdOf(TextView key, const Dictionary& entry) {
-  const auto id = entry ? entry.Find(L"FUserID"_key) : std::nullopt;
-  const bool known = id && !(*id)->IsNull() && !(*id)->EqualsText(L"");
-  return known ? (*id)->ToInt32() : Value(key).ToInt32();
+  const auto stored = entry ? entry.Find(L"FUserID"_key) : std::nullopt;
+  const Value id = stored ? (*stored)->Copy() : Value();  // an object's value is asked of it, more than once
+  const bool known = stored && !id.IsNull() && !id.EqualsText(L"");
+  return known ? id.ToInt32() : Value(key).ToInt32();
 }
 
 void AddTo(const Vector& users, std::int32_t user) {

@@ -1,5 +1,6 @@
 #include "message/Translation.h"
 
+#include <optional>
 #include <unordered_map>
 
 #include "foundation/environment/Operation.h"
@@ -53,38 +54,40 @@ class ToCaptions {
 
 class ToValues {
  public:
-  ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {
-    const auto code = group_ ? group_.Find(L"FCode"_key) : std::nullopt;
-    groupOnly_ = code && (*code)->OrEmpty().EqualsText(L"mnuEditUse");
-  }
+  ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {}
 
   void operator()(Rewriting& text) {
     const Key name = key_.Borrow(text.Name());
-    if (groupOnly_) return Ask(name, text);
+    if (group_ && groupOnly_.value_or(true)) return Ask(name, text);
     const auto seen = variables_.PeekTextUnder(name, L"FValue"_key);
     if (!seen.isCertain || (!seen.text && group_)) return Ask(name, text);
     if (seen.text) text.Lend(*seen.text);
   }
 
  private:
-  void Ask(const Key& name, Rewriting& text) const {
+  void Ask(const Key& name, Rewriting& text) {
     text.Settle();
     const auto variable = variables_.Find(name);
     if (!variable) return;
     const Dictionary entry(**variable);
-    if (!groupOnly_ && WriteField(entry, L"FValue"_key, text)) return;
-    // With "mnuEditUse" the group's values are the only ones; otherwise they fill what the bill left open.
-    if (group_) WriteField(group_, name, text);
+    if (entry.Lookup(L"FValue"_key) && !IsGroupOnly()) return text.Write(TextOf(*entry.Get(L"FValue"_key)));
+    const auto value = group_ ? group_.Find(name) : std::nullopt;
+    if (value) text.Write(TextOf(**value));
   }
-  static bool WriteField(const Dictionary& record, const Key& key, Rewriting& text) {
-    const auto stored = record.Find(key);
-    if (stored) text.Write(TextOf(**stored));
-    return stored.has_value();
+  // With "mnuEditUse" the group's values are the only ones; otherwise they fill what the bill left open. Asked when the
+  // first value is there, so that a text without any needs no group.
+  bool IsGroupOnly() {
+    if (!group_) return false;
+    if (!groupOnly_) {
+      const auto code = group_.Find(L"FCode"_key);
+      groupOnly_ = code && (*code)->OrEmpty().EqualsText(L"mnuEditUse");
+    }
+    return *groupOnly_;
   }
 
   const Dictionary& variables_;
   const Dictionary& group_;
-  bool groupOnly_ = false;
+  std::optional<bool> groupOnly_;
   KeyBuffer key_;
 };
 

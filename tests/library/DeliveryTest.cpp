@@ -2,7 +2,6 @@
 
 #include "delivery/SmtpSender.h"
 #include "message/Message.h"
-#include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
 namespace tavio::test {
@@ -191,8 +190,6 @@ TEST_F(SmtpTest, SettingsComeFromTheFirstSourceThatHasThem) {
   constexpr wchar_t kKey[] = L"SoftWare\\Morla\\SMReg", kRegistered[] = L"registry.x.com";
   RegSetKeyValueW(HKEY_LOCAL_MACHINE, kKey, L"txtMailSrv", REG_SZ, kRegistered, sizeof kRegistered);
   constexpr DWORD kNumber = 25;
-  ForeignRecord failing(Record({}));
-  failing.On(L"GetValue", Failing(L"断开"));
   const struct {
     const char* row;
     std::function<void()> prepare;
@@ -201,7 +198,6 @@ TEST_F(SmtpTest, SettingsComeFromTheFirstSourceThatHasThem) {
       {"the client's", [&] { email.Remove(L"chkSmtp"_key); }, "mail.x.com"},
       {"beside a bad answer", [&] { sms = Value(5); }, "mail.x.com"},
       {"a blank", [&] { email.Set(L"txtMailSrv"_key, Value(L"  ")); }, "registry.x.com"},
-      {"a host's that fails", [&] { email = failing.Handle(); }, "registry.x.com"},
       {"none of the client's", [&] { email = {}; }, "server.x.com"},
       {"no client", [&] { client.reset(); }, "server.x.com"},
       {"no server", [&] { server.reset(); }, "registry.x.com"},

@@ -210,6 +210,8 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
   const auto editing = Record({{L"no", 7}, {L"bare", 2.5}, {L"FCode", L"mnuEditUse"}});
   ForeignRecord plainest(values);
   plainest.On(L"GetValue", Failing(L"GetValue"));
+  ForeignRecord failing(values);
+  failing.On(L"Lookup", Failing(L"断开"));
   const struct {
     const char *row, *flags, *settled;  // caption, value and name, if they are set
     Dictionary group;
@@ -221,6 +223,7 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
       {"a group fills", "v", "v", values, L"[no][open][bare][none]", L"52.5[none]"},
       {"a group rules", "v", "v", editing, L"[no][bare][open][FCode]", L"72.5[open][FCode]"},
       {"a host's group", "v", "v", plainest.Handle(), L"[no][open][bare][none]", L"52.5[none]"},
+      {"a host's group that fails, and is not needed", "v", "v", failing.Handle(), L"[none]a[b", L"[none]a[b"},
       {"names", "n", "n", {}, L"[单号][DATE][date][no][]", L"[no][date][date][no][void]"},
       {"names before values", "vn", "n", {}, L"[单号]", L"[no]"},
       {"brackets in a name", "v", "v", {}, L"]a[b[no]c]", L"]a[b[no]c]"},

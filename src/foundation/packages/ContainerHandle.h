@@ -44,6 +44,7 @@ class ContainerHandle {
   // Raises a type mismatch if the object is no container of ours, has no published interface and lacks one of the
   // `members`.
   void Bind(IDispatch* object, std::initializer_list<const wchar_t*> members) {
+    const ComPtr<IDispatch> held(object);  // a host's answers by running its code
     const auto isA = [&](REFIID iid) {
       return SUCCEEDED(object->QueryInterface(iid, reinterpret_cast<void**>(object_.GetAddressOf())));
     };
@@ -73,9 +74,10 @@ class ContainerHandle {
   }
   // The same, held for a call that may run foreign code.
   ComPtr<Interface> HeldPublished() const { return ComPtr<Interface>(Published()); }
-  // Raises Error, with the container's own words, if a call through the vtable failed.
-  void CheckCall(HRESULT result) const {
-    if (FAILED(result)) throw Error::FromObject(object_.Get(), __uuidof(Interface), result);
+  // Raises Error, with the container's own words, if a call of it through the vtable failed. The caller holds it still:
+  // the handle itself may be another's by then.
+  static void CheckCall(IDispatch* called, HRESULT result) {
+    if (FAILED(result)) throw Error::FromObject(called, __uuidof(Interface), result);
   }
   Value CallByName(const wchar_t* member, std::span<VARIANT> arguments = {}, WORD flags = kCallOrRead) const {
     return InvokeByName(object_.Get(), member, flags, arguments);

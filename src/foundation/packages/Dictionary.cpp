@@ -17,7 +17,6 @@ VARIANT Borrowed(BSTR text) noexcept {
 
 VARIANT Borrowed(const Key& key) noexcept { return Borrowed(key.Get()); }
 
-// Our own containers copy what they store before they let go of anything; others may do as they like.
 StoredValue StoredOrEmpty(const VARIANT* inPlace) noexcept {
   return inPlace ? StoredValue(*inPlace) : StoredValue(Value());
 }
@@ -29,7 +28,7 @@ Dictionary::Dictionary(const ComPtr<IDispatch>& object) {
 }
 
 Dictionary::Dictionary(const Value& value) {
-  // Records are walked by the thousand: a stored reference is not counted up only to be asked for its interface.
+  // Records are walked by the thousand: a reference is not asked for the interface that it is known to have.
   if (value.Type() == VT_DISPATCH) {
     if (auto* object = value.Raw().pdispVal) Bind(object, {L"Lookup"});
   } else if (const auto object = value.ToObject()) {
@@ -42,7 +41,7 @@ Dictionary Dictionary::New() { return Dictionary(NewContainer(Container::kDictio
 std::int32_t Dictionary::Count() const {
   if (const auto published = HeldPublished()) {
     LONG count = 0;
-    CheckCall(published->get_Count(&count));
+    CheckCall(published.Get(), published->get_Count(&count));
     return count;
   }
   return CallByName(L"Count").ToInt32();
@@ -51,7 +50,7 @@ std::int32_t Dictionary::Count() const {
 Text Dictionary::Name(std::int32_t position) const {
   if (const auto published = HeldPublished()) {
     BString name;
-    CheckCall(published->get_Name(position, name.Receive()));
+    CheckCall(published.Get(), published->get_Name(position, name.Receive()));
     return Text(name.View());
   }
   VARIANT arguments[] = {Value(position).Raw()};
@@ -61,12 +60,12 @@ Text Dictionary::Name(std::int32_t position) const {
 StoredValue Dictionary::Get(const Key& key) const {
   if (auto* own = ReadInPlace()) {
     const VARIANT* stored = nullptr;
-    CheckCall(own->ReadValue(key.Get(), &stored));
+    CheckCall(own, own->ReadValue(key.Get(), &stored));
     return StoredOrEmpty(stored);
   }
   if (const auto published = HeldPublished()) {
     Value value;
-    CheckCall(published->get_Value(key.Get(), value.Receive()));
+    CheckCall(published.Get(), published->get_Value(key.Get(), value.Receive()));
     return StoredValue(std::move(value));
   }
   VARIANT arguments[] = {Borrowed(key)};
@@ -82,13 +81,13 @@ StoredValue Dictionary::GetValue(const Key& key) const {
 StoredValue Dictionary::GetValue(const Key& key, const Value& fallback) const {
   if (auto* own = ReadInPlace()) {
     const VARIANT* stored = nullptr;
-    CheckCall(own->ReadValue(key.Get(), &stored));
+    CheckCall(own, own->ReadValue(key.Get(), &stored));
     if (stored) return StoredValue(*stored);
     return StoredValue(fallback.IsEmpty() ? Value() : fallback.Copy());
   }
   if (const auto published = HeldPublished()) {
     Value value;
-    CheckCall(published->GetValue(key.Get(), fallback.Raw(), value.Receive()));
+    CheckCall(published.Get(), published->GetValue(key.Get(), fallback.Raw(), value.Receive()));
     return StoredValue(std::move(value));
   }
   VARIANT arguments[] = {fallback.Raw(), Borrowed(key)};
@@ -98,7 +97,7 @@ StoredValue Dictionary::GetValue(const Key& key, const Value& fallback) const {
 std::optional<StoredValue> Dictionary::Find(const Key& key) const {
   if (auto* own = ReadInPlace()) {
     const VARIANT* stored = nullptr;
-    CheckCall(own->ReadValue(key.Get(), &stored));
+    CheckCall(own, own->ReadValue(key.Get(), &stored));
     return stored ? std::optional<StoredValue>(*stored) : std::nullopt;
   }
   if (!Lookup(key)) return std::nullopt;
@@ -117,7 +116,7 @@ Dictionary::Peeked Dictionary::PeekTextUnder(const Key& key, const Key& field) c
 bool Dictionary::Lookup(const Key& key) const {
   if (const auto published = HeldPublished()) {
     VARIANT_BOOL found = VARIANT_FALSE;
-    CheckCall(published->Lookup(key.Get(), Value::Missing().Raw(), &found));
+    CheckCall(published.Get(), published->Lookup(key.Get(), Value::Missing().Raw(), &found));
     return found != VARIANT_FALSE;
   }
   VARIANT arguments[] = {Borrowed(key)};
@@ -130,8 +129,8 @@ void Dictionary::Set(const Key& key, const Value& value) const {
   const Value copy = ReadInPlace() ? Value() : value.Copy();
   const Value& passed = ReadInPlace() ? value : copy;
   if (const auto published = HeldPublished()) {
-    if (!value.IsObject()) return CheckCall(published->put_Value(key.Get(), passed.Raw()));
-    return CheckCall(published->putref_Value(key.Get(), passed.ToObject().Get()));
+    if (!value.IsObject()) return CheckCall(published.Get(), published->put_Value(key.Get(), passed.Raw()));
+    return CheckCall(published.Get(), published->putref_Value(key.Get(), passed.ToObject().Get()));
   }
   VARIANT arguments[] = {passed.Raw(), Borrowed(key)};
   CallByName(L"Value", arguments, passed.IsObject() ? DISPATCH_PROPERTYPUTREF : DISPATCH_PROPERTYPUT);
@@ -140,7 +139,7 @@ void Dictionary::Set(const Key& key, const Value& value) const {
 void Dictionary::Set(const Key& key, const Dictionary& object) const { Set(key, object.AsValue()); }
 
 void Dictionary::Remove(const Key& key) const {
-  if (const auto published = HeldPublished()) return CheckCall(published->Remove(key.Get()));
+  if (const auto published = HeldPublished()) return CheckCall(published.Get(), published->Remove(key.Get()));
   VARIANT arguments[] = {Borrowed(key)};
   CallByName(L"Remove", arguments);
 }
@@ -148,7 +147,7 @@ void Dictionary::Remove(const Key& key) const {
 Dictionary Dictionary::Clone() const {
   if (const auto published = HeldPublished()) {
     ComPtr<IDispatch> copy;
-    CheckCall(published->Clone(&copy));
+    CheckCall(published.Get(), published->Clone(&copy));
     return Dictionary(copy);
   }
   return Dictionary(CallByName(L"Clone"));
@@ -165,7 +164,7 @@ std::int32_t Dictionary::SkipOtherTexts(std::int32_t position, std::int32_t last
   auto* own = ReadInPlace();
   if (!own) return position;
   LONG found = position;
-  CheckCall(own->SkipOtherTexts(position, last, field.Get(), text.data(), static_cast<UINT>(text.size()), &found));
+  CheckCall(own, own->SkipOtherTexts(position, last, field.Get(), text.data(), static_cast<UINT>(text.size()), &found));
   return found;
 }
 
@@ -179,7 +178,7 @@ DISPID EntryReader::Member(DISPID& known, const wchar_t* name) const {
 BString EntryReader::NameAt(std::int32_t position) const {
   if (const auto published = record_.HeldPublished()) {
     BString name;
-    record_.CheckCall(published->get_Name(position, name.Receive()));
+    record_.CheckCall(published.Get(), published->get_Name(position, name.Receive()));
     return name;
   }
   VARIANT arguments[] = {Value(position).Raw()};
@@ -189,7 +188,7 @@ BString EntryReader::NameAt(std::int32_t position) const {
 Value EntryReader::ValueOf(BSTR name) const {
   if (const auto published = record_.HeldPublished()) {
     Value value;
-    record_.CheckCall(published->get_Value(name, value.Receive()));
+    record_.CheckCall(published.Get(), published->get_Value(name, value.Receive()));
     return value;
   }
   VARIANT arguments[] = {Borrowed(name)};
@@ -206,7 +205,7 @@ void Entry::Read() const {
   const auto& record = reader_->Record();
   if (auto* own = record.ReadInPlace()) {
     const VARIANT* stored = nullptr;
-    record.CheckCall(own->ReadEntry(position_, &name_, &stored));
+    record.CheckCall(own, own->ReadEntry(position_, &name_, &stored));
     value_.emplace(StoredOrEmpty(stored));
     return;
   }

@@ -16,7 +16,7 @@ std::int32_t Vector::Count() const {
   const auto published = HeldPublished();
   if (!published) return CallByName(L"Count").ToInt32();
   LONG count = 0;
-  CheckCall(published->get_Count(&count));
+  CheckCall(published.Get(), published->get_Count(&count));
   return count;
 }
 
@@ -25,7 +25,7 @@ void Vector::Add(const Value& item) const {
   const Value& passed = ReadInPlace() ? item : copy;
   if (const auto published = HeldPublished()) {
     LONG ignored = 0;
-    return CheckCall(published->Add(passed.Raw(), &ignored));
+    return CheckCall(published.Get(), published->Add(passed.Raw(), &ignored));
   }
   VARIANT arguments[] = {passed.Raw()};
   CallByName(L"Add", arguments);
@@ -34,12 +34,12 @@ void Vector::Add(const Value& item) const {
 StoredValue Vector::Item(std::int32_t position) const {
   if (auto* own = ReadInPlace()) {
     const VARIANT* stored = nullptr;
-    CheckCall(own->ReadItem(position, &stored));
+    CheckCall(own, own->ReadItem(position, &stored));
     if (stored) return StoredValue(*stored);  // if nothing is stored there, the container says why
   }
   if (const auto published = HeldPublished()) {
     Value value;
-    CheckCall(published->get_Item(position, value.Receive()));
+    CheckCall(published.Get(), published->get_Item(position, value.Receive()));
     return StoredValue(std::move(value));
   }
   VARIANT arguments[] = {Value(position).Raw()};

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 #include <limits>
 
@@ -39,11 +40,14 @@ class Walk {
     std::int32_t position_;
   };
 
-  Walk(Held held, std::int32_t count) noexcept : held_(std::move(held)), count_(count) {}
+  Walk(Held held, std::int32_t count) noexcept : held_(std::move(held)), count_(std::min(count, kMost)) {}
   Iterator begin() const { return {held_, From(held_, 1)}; }
   Iterator end() const noexcept { return {held_, count_ > 0 ? count_ + 1 : 1}; }
 
  private:
+  // One position is needed behind the last.
+  static constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max() - 1;
+
   static std::int32_t From(const Held& held, std::int32_t position) {
     if constexpr (requires { held.Next(position); }) position = held.Next(position);
     return position;

@@ -142,8 +142,9 @@ ComPtr<IDispatch> Value::ToObject() const {
   if (IsEmpty() || IsNull()) return nullptr;
   if (!IsObject()) throw Error::TypeMismatch();
   if (variant_.vt == VT_DISPATCH || !variant_.punkVal) return variant_.pdispVal;
+  const ComPtr<IUnknown> held(variant_.punkVal);
   ComPtr<IDispatch> object;
-  if (FAILED(variant_.punkVal->QueryInterface(IID_PPV_ARGS(&object)))) throw Error::TypeMismatch();
+  if (FAILED(held.As(&object))) throw Error::TypeMismatch();
   return object;
 }
 

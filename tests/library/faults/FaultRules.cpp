@@ -142,6 +142,9 @@ const Rule kRules[] = {
     {L"SendMessage*", L"sent to", L"Lookup", kAllWays, 1, kReported},
     {L"SendMessage*", L"sent to", L"Lookup", kAllWays, 0, kNotExcludedAgain},
     {L"SendMessage to given", L"package", L"Value", kStranger, 0, kTaken},
+    // A bill field that holds no package names nobody.
+    {L"SendMessage*", L"bill page", L"GetValue", kStranger, 0, kLeftOut},
+    {L"SendMessage*", L"manager", L"Lookup", kMissing, 0, kLeftOut},
     // The dialog fails in silence.
     {L"SendMessage confirmed", L"sent to", L"Clone", kAllWays, 0, kNameless},
     {L"SendMessage confirmed", L"copy", L"Lookup", kRaises | kStranger, 1, kReported},
