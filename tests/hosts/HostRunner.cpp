@@ -48,7 +48,8 @@ std::string Contents(const fs::path& file) {
 fs::path PutTogether(const fs::path& prelude, const fs::path& script, const fs::path& folder) {
   fs::create_directories(folder);
   const fs::path made = folder / script.filename();
-  std::ofstream(made, std::ios::binary) << Recoded(Contents(prelude) + Contents(script) + "\nFinish\n", CP_UTF8, CP_ACP);
+  std::ofstream(made, std::ios::binary) << Recoded(Contents(prelude) + Contents(script) + "\nFinish\n", CP_UTF8,
+                                                   CP_ACP);
   return made;
 }
 

@@ -32,7 +32,13 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
       Record({{L"a", Record({{L"FCode", L"a"}, {L"FClassTypeID", 7}})}, {L"b", Record({{L"FStatus", L"x"}})}});
   classInfo.On(L"GetBillActions", Failing(L"断开"));
   const auto tooMany = Dictionary::New();
-  for (std::int32_t i = 1; i <= 32768; ++i) tooMany.Set(Key(i), Record({{L"FCode", L"a"}}));
+  const auto tooManyDefaults = Vector::New();
+  for (std::int32_t i = 1; i <= 32768; ++i) {
+    tooMany.Set(Key(i), Record({{L"FCode", L"a"}}));
+    tooManyDefaults.Add(Value(i));
+  }
+  const auto talkative = Record({{L"a", Record({{L"FCode", L"a"}, {L"FClassTypeID", 7}, {L"Messages", tooMany}})}});
+  catalogue.On(L"GetDefaultActions", [&] { return tooManyDefaults; });
   const struct {
     const char* row;
     Dictionary held;
@@ -51,6 +57,8 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
       {"scenario without a code", nameless, [&] { return !!actions.GetEnvironmentItems(1); }, L"GetEnvironmentItems ",
        kNoCode},
       {"message without a code", nameless, [&] { return !!actions.GetMessage(L"a", 1); }, L"Item ", kNoCode},
+      {"too many messages", talkative, [&] { return !!actions.GetMessage(L"a", 1); }, L"Item ", L"«溢出»"},
+      {"too many defaults", talkative, [&] { return actions.NewBill(), false; }, L"NewBill", L"«溢出»"},
       {"status of the other", status, [&] { return actions.Remove(L"a"); }, L"Remove ", L"«类型不匹配»"},
       {"no record",
        {},
@@ -73,6 +81,12 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
     EXPECT_FALSE(c.call());
     EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillActions : " + Text(c.label), c.description)});
   }
+}
+
+TEST_F(BillActionsTest, WhatIsEmptyBindsToNothingElse) {
+  actions.SetBillActions(Record({}));
+  actions.ClassType(Record({}));
+  EXPECT_EQ(actions.ClassTypeID(), 7);
 }
 
 TEST_F(BillActionsTest, SaveHandsEverythingOverAndLoadsAgain) {

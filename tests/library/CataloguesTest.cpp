@@ -110,6 +110,16 @@ TEST_F(CataloguesTest, DatabaseNullsMatchNothingAndHoldNoBits) {
   EXPECT_EQ(actions.GetDefaultActions(1).Count(), 1);
 }
 
+TEST_F(CataloguesTest, ScenariosAreCountedIn16Bits) {
+  const auto set = environments.GetList();
+  for (std::int32_t i = 1; i <= 32768; ++i) set.Set(Key(i), Record({}));
+  EXPECT_FALSE(environments.GetItem(0, 108));
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillEnvironments : GetItem ", L"«溢出»")});
+  for (std::int32_t i = 1; i <= 32768; ++i) source.Add(Value(i));
+  EXPECT_FALSE(BillEnvironments().GetSortList());
+  EXPECT_EQ(boxes.Take(), Boxes{Report(L"BillEnvironments : SortList ", L"«溢出»")});
+}
+
 TEST_F(CataloguesTest, ScenarioWithoutAMaskOfItsOwnIsThatOfMask0) {
   source = List({Record({{L"FMask", Value::Null()}, {L"FID", 1}}), Scenario(8, 108)});
   EXPECT_EQ(Column(environments.GetSortList()), "1 108 ");

@@ -182,10 +182,12 @@ TEST_F(SendMessageTest, FailuresAreReported) {
          Take(L"a", L"b", Record({{L"2147483648", 1}}));
        },
        L"«溢出»", false},
+      {"the sender twice", [&] { props->props += L"UserID=1"; }, L"«共享属性重复» UserID", false},
       {"the file stays", [&] { command->On(L"SendMessage", keepOpen); }, L"«不能删除文件»", true},  // behind the call
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.row);
+    props->props = L"ConnectString=x;userid=16394;";
     Take(L"a", L"b", Users({3}));
     c.prepare();
     RemoveFiles();

@@ -248,22 +248,9 @@ int WINAPI AnswerBox(HWND, LPCWSTR given, LPCWSTR title, UINT style) {
   return !asks ? IDOK : dice.OneIn(2) ? IDYES : IDNO;
 }
 
-void PrintPlace(const void* address) {
-  HMODULE module = nullptr;
-  wchar_t path[MAX_PATH] = L"?";
-  GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS | GET_MODULE_HANDLE_EX_FLAG_UNCHANGED_REFCOUNT,
-                     static_cast<const wchar_t*>(address), &module);
-  GetModuleFileNameW(module, path, MAX_PATH);
-  const auto offset = static_cast<const char*>(address) - reinterpret_cast<const char*>(module);
-  std::printf("  %ls + 0x%llx\n", path, static_cast<unsigned long long>(offset));
-}
-
 LONG WINAPI TellOfCrash(EXCEPTION_POINTERS* crash) {
-  void* frames[40];
-  std::printf("FAILED: exception %08lx in %s\n", crash->ExceptionRecord->ExceptionCode, Where().c_str());
-  PrintPlace(crash->ExceptionRecord->ExceptionAddress);
-  const auto count = RtlCaptureStackBackTrace(0, 40, frames, nullptr);
-  for (WORD i = 0; i < count; ++i) PrintPlace(frames[i]);
+  const auto& record = *crash->ExceptionRecord;
+  std::printf("FAILED: exception %08lx at %p in %s\n", record.ExceptionCode, record.ExceptionAddress, Where().c_str());
   std::fflush(stdout);
   TerminateProcess(GetCurrentProcess(), 1);
   return EXCEPTION_EXECUTE_HANDLER;
