@@ -28,9 +28,7 @@ class Copier {
   explicit Copier(std::int32_t room) noexcept : room_(room) {}
 
   void Copy(const VARIANT& variant, Snapshot& copy, int depth) {
-    const VARIANT* held = &variant;
-    if (held->vt == (VT_BYREF | VT_VARIANT)) held = held->pvarVal;
-    const auto value = Value::CopyOf(*held);
+    const auto value = Value::CopyOf(variant);
     if (!value.HoldsObject()) {
       copy.value = value.Copy();
     } else {

@@ -9,6 +9,7 @@
 #include <filesystem>
 
 #include "com/server/TypeDescription.h"
+#include "companion/recorder/Recording.h"
 #include "foundation/packages/Component.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/library/wild/WildPlatform.h"
@@ -20,7 +21,8 @@ namespace tavio::test::wild {
 namespace {
 
 constexpr std::uint32_t kCalls = 20'000, kCallsOfSession = 200;
-constexpr int kDeepest = 2;          // calls within calls
+constexpr int kDeepest = 2;  // calls within calls
+constexpr std::int32_t kRecordedEntries = 100;
 constexpr SIZE_T kGrowth = 1 << 20;  // bytes that a heap may take, and not give back, without a leak
 
 struct Parameter {
@@ -279,15 +281,27 @@ class WildCallsTest : public ::testing::Test {
     }
   }
 
+  // Of each three sessions one is traced, and one is a dry run.
+  static std::shared_ptr<companion::Recording> Recording() {
+    using companion::Recording;
+    if (seed % 3 == 0) return nullptr;
+    const auto mode = seed % 3 == 1 ? Recording::Mode::kTrace : Recording::Mode::kDryRun;
+    auto recording = std::make_shared<Recording>(mode, kRecordedEntries);
+    recording->Start();
+    return recording;
+  }
+
   static void RunSession() {
     dice.Seed(seed);
     values.Renew();
+    auto recording = Recording();
     for (const auto& each : classes) objects.push_back(Make(each.id));
     for (call = 0; call < kCallsOfSession && !HasFailure(); ++call) {
       if (dice.OneIn(12)) Bind();
       CallAnything();
     }
     objects.clear();
+    recording.reset();
     values.Clear();
     for (const auto& file :
          {folder + L"TavioClassBillAction.dll", folder + L"Vexo10.dll", GetAppFolder() + L"Vexo10.dll"}) {

@@ -7,6 +7,8 @@
 #include <map>
 
 #include "com/server/ByReference.h"
+#include "companion/recorder/PlatformCalls.h"
+#include "companion/recorder/RecordingObject.h"
 #include "foundation/packages/NewContainer.h"
 #include "tests/support/Foreign.h"
 
@@ -150,11 +152,20 @@ HRESULT WINAPI FindClass(LPCOLESTR progId, CLSID* id) {
   return dice.OneIn(30) ? CO_E_CLASSSTRING : S_OK;
 }
 
+// While a recording runs, it stands before each component.
+ComPtr<IDispatch> Recorded(const std::wstring& name, ComPtr<IDispatch> real) {
+  const auto known = std::ranges::find(companion::PlatformComponents(), name);
+  if (!companion::Recording::Running() || known == companion::PlatformComponents().end()) return real;
+  ComPtr<IDispatch> recorded;
+  *recorded.GetAddressOf() = new companion::RecordingObject(*known, std::move(real));
+  return recorded;
+}
+
 HRESULT WINAPI MakeObject(REFCLSID id, IUnknown*, DWORD, REFIID iid, void** object) {
   const auto& name = names[id.Data1];
   const bool isKept = name == L"MorlaLogMsg.Log" || name == L"TavioResLoader.Loader";
   if (dice.OneIn(30)) return REGDB_E_CLASSNOTREG;
-  return isKept ? kept->QueryInterface(iid, object) : NewObject()->QueryInterface(iid, object);
+  return Recorded(name, isKept ? kept : NewObject())->QueryInterface(iid, object);
 }
 
 // Of the containers. If it fails, the library takes those that lie beside it.
