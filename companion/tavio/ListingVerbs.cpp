@@ -70,18 +70,17 @@ void CutTo(Json& records, std::int32_t last) {
 Json Inbox(const Box& box) {
   const auto user = box.user ? box.user : PropertyTable::ParseProps(GetPropsString()).GetCurrentUserID();
   const Text whose = box.all ? Text() : L" WHERE i.FRecipientID = " + std::to_wstring(user);
-  auto records =
-      Query({{"FID", L"i.FID"},
-             {"FTime", L"i.FTime"},
-             {"FSenderID", L"i.FSenderID"},
-             {"FSender", L"s.FName"},
-             {"FRecipientID", L"i.FRecipientID"},
-             {"FRecipient", L"r.FName"},
-             {"FTitle", L"i.FTitle"},
-             {"FContent", L"i.FContent"}},
-            L"FROM t_Inbox i LEFT OUTER JOIN t_User s ON s.FUserID = i.FSenderID "
-            L"LEFT OUTER JOIN t_User r ON r.FUserID = i.FRecipientID" +
-                whose + L" ORDER BY i.FID");
+  auto records = Query({{"FID", L"i.FID"},
+                        {"FTime", L"i.FTime"},
+                        {"FSenderID", L"i.FSenderID"},
+                        {"FSender", L"s.FName"},
+                        {"FRecipientID", L"i.FRecipientID"},
+                        {"FRecipient", L"r.FName"},
+                        {"FTitle", L"i.FTitle"},
+                        {"FContent", L"i.FContent"}},
+                       L"FROM t_Inbox i LEFT OUTER JOIN t_User s ON s.FUserID = i.FSenderID "
+                       L"LEFT OUTER JOIN t_User r ON r.FUserID = i.FRecipientID" +
+                           whose + L" ORDER BY i.FID");
   CutTo(records, box.last);
   return records;
 }
