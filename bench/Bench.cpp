@@ -81,4 +81,25 @@ void Bench::Measure(const Work& work, const Side& ours, const Side& plain) {
   std::fflush(stdout);
 }
 
+void Bench::MeasureRow(const char* name, const std::vector<Side>& sides) {
+  std::vector<std::vector<double>> times(sides.size());
+  for (std::size_t round = 0; round < kFewestRounds; ++round) {
+    for (std::size_t i = 0; i < sides.size(); ++i) times[i].push_back(SecondsPerCall(sides[i], kRoundSeconds));
+  }
+  std::printf("%-52s", name);
+  for (const auto& column : times) std::printf(" %12s", Readable(Quantile(column, 0.5)).c_str());
+  std::puts("");
+  std::fflush(stdout);
+}
+
+void Bench::MeasureLimit(const char* name, double seconds, const Side& ours) {
+  std::vector<double> times;
+  while (times.size() < kFewestRounds) times.push_back(SecondsPerCall(ours, kRoundSeconds));
+  const double time = Quantile(times, 0.5);
+  std::printf("%-52s   %-51s %9s %9s %6.2f %6.2f-%-6.2f %6.2f %5s\n", name, "at most", Readable(time).c_str(),
+              Readable(seconds).c_str(), time / seconds, Quantile(times, 0.25) / seconds,
+              Quantile(times, 0.75) / seconds, Quantile(times, 0) / seconds, time > seconds ? "1 missed" : "1");
+  std::fflush(stdout);
+}
+
 }  // namespace tavio::bench

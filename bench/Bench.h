@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace tavio::bench {
 
@@ -54,6 +55,16 @@ class Bench {
   void Time(const Work& work, Ours&& ours, Plain&& plain) {
     if (!checksOnly_ && IsAsked(work)) Measure(work, AsSide(ours), AsSide(plain));
   }
+  // Times the same work on packages of three makers, in turns; their results were compared before.
+  template <class Ours, class Published, class ByName>
+  void Row(const char* name, Ours&& ours, Published&& published, ByName&& byName) {
+    if (!checksOnly_ && IsAsked({name, ""})) MeasureRow(name, {AsSide(ours), AsSide(published), AsSide(byName)});
+  }
+  // Times one side, whose results were checked before, against the time that it may take.
+  template <class Ours>
+  void Limit(const char* name, double seconds, Ours&& ours) {
+    if (!checksOnly_ && IsAsked({name, ""})) MeasureLimit(name, seconds, AsSide(ours));
+  }
 
  private:
   struct Side {
@@ -77,6 +88,8 @@ class Bench {
   static void UseAt(const void* result) noexcept;
   static double SecondsPerCall(const Side& side, double atLeast);
   static void Measure(const Work& work, const Side& ours, const Side& plain);
+  static void MeasureRow(const char* name, const std::vector<Side>& sides);
+  static void MeasureLimit(const char* name, double seconds, const Side& ours);
 
   bool checksOnly_;
   std::string part_;

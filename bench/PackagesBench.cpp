@@ -140,6 +140,23 @@ void MeasureItems(Bench& bench) {
       [&] { return ItemsOf(few); });
 }
 
+// What it costs a host that its packages are its own.
+void CompareMakers(Bench& bench) {
+  constexpr Work kWork = {"three makers", "each other"};
+  const auto count = bench.Size(kMost);
+  const BString code(CodeOf(count));
+  const auto ours = Holding(Actions(count)), published = Holding(Actions(count, Maker::kPublished)),
+             byName = Holding(Actions(count, Maker::kByName));
+  for (const auto& holder : {ours, published, byName}) {
+    Bench::Require(LookUp(holder, code) && ItemsOf(holder) == ItemsOf(ours), kWork);
+  }
+  if (!bench.ChecksOnly()) std::printf("\n%-52s %12s %12s %12s\n", "Packages of", "our own", "interface", "by name");
+  const auto search = [&](const auto& holder) { return [&] { return LookUp(holder, code); }; };
+  const auto items = [](const auto& holder) { return [&] { return ItemsOf(holder); }; };
+  bench.Row("LookUp in 32,767 actions", search(ours), search(published), search(byName));
+  bench.Row("GetEnvironmentItems of 32,767 actions", items(ours), items(published), items(byName));
+}
+
 // What the heaps of the process have given out, with what each block costs beside its content.
 std::size_t BytesInUse() {
   std::array<HANDLE, 64> heaps;
@@ -170,6 +187,7 @@ void MeasurePackages(Bench& bench) {
   MeasureCreation(bench);
   MeasureLookUp(bench);
   MeasureItems(bench);
+  CompareMakers(bench);
   PrintMemory(bench);
 }
 

@@ -105,9 +105,9 @@ STDMETHODIMP DictionaryObject::ReadField(LONG index, BSTR key, const VARIANT** v
   });
 }
 
-STDMETHODIMP DictionaryObject::ReadFieldUnder(BSTR key, BSTR field, const VARIANT** value) {
+STDMETHODIMP DictionaryObject::ReadFieldUnder(const wchar_t* key, UINT units, BSTR field, const VARIANT** value) {
   *value = nullptr;
-  const auto* found = map_.Find(ViewOf(key));
+  const auto* found = map_.Find(TextView(key, units));
   if (!found) return S_FALSE;
   const auto* record = AsOwn(*found);
   if (!record) return E_NOINTERFACE;

@@ -43,7 +43,7 @@ class DictionaryObject final : public com::ComClass<_Dictionary, IDictionaryInPl
   STDMETHODIMP ReadEntry(LONG index, BSTR* key, const VARIANT** value) override;
   STDMETHODIMP ReadValue(BSTR key, const VARIANT** value) override;
   STDMETHODIMP ReadField(LONG index, BSTR key, const VARIANT** value) override;
-  STDMETHODIMP ReadFieldUnder(BSTR key, BSTR field, const VARIANT** value) override;
+  STDMETHODIMP ReadFieldUnder(const wchar_t* key, UINT units, BSTR field, const VARIANT** value) override;
   STDMETHODIMP SkipOtherTexts(LONG index, LONG last, BSTR field, const wchar_t* text, UINT units,
                               LONG* position) override;
 

@@ -116,7 +116,7 @@ BString Message::TransMessage(TextView text, bool& transCaption, bool& transValu
 }
 
 bool Message::CallsBeforeTranslating() const noexcept {
-  return IsLogCalled() || state_.groupInfo || (state_.variables && !state_.variables.IsReadInPlace());
+  return IsLogCalled() || (state_.variables && !state_.variables.IsReadInPlace());
 }
 
 bool Message::AddUser(std::int32_t user) noexcept {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <vector>
+#include <deque>
 
 #include "foundation/values/Text.h"
 
@@ -89,9 +89,9 @@ class Rewriting {
   Text own_;      // the text, once it had to be copied
   Text settled_;  // what the text becomes before `from_`
   std::size_t from_ = 0;
-  std::vector<Replacement> replacements_;  // behind `from_`
-  std::size_t growth_ = 0;                 // by them; less than nothing wraps around, and back when it is added
-  std::size_t open_ = 0, close_ = 0;       // the name at hand
+  std::deque<Replacement> replacements_;  // behind `from_`
+  std::size_t growth_ = 0;                // by them; less than nothing wraps around, and back when it is added
+  std::size_t open_ = 0, close_ = 0;      // the name at hand
   std::size_t next_ = 0;
 };
 

@@ -33,15 +33,15 @@ class ToCaptions {
   explicit ToCaptions(const Dictionary& variables) : variables_(variables) {}
 
   void operator()(Rewriting& text) {
-    const Key name = key_.Borrow(text.Name());
-    const auto seen = variables_.PeekTextUnder(name, L"FCaption"_key);
-    if (!seen.isCertain) return Ask(name, text);
+    const auto seen = variables_.PeekTextUnder(text.Name(), L"FCaption"_key);
+    if (!seen.isCertain) return Ask(text);
     if (seen.text) text.LendWithin(*seen.text);
   }
 
  private:
-  void Ask(const Key& name, Rewriting& text) const {
+  void Ask(Rewriting& text) {
     text.Settle();
+    const Key name = key_.Borrow(text.Name());
     const auto variable = variables_.Find(name);
     if (!variable) return;
     const Dictionary entry(**variable);
@@ -57,16 +57,16 @@ class ToValues {
   ToValues(const Dictionary& variables, const Dictionary& group) : variables_(variables), group_(group) {}
 
   void operator()(Rewriting& text) {
-    const Key name = key_.Borrow(text.Name());
-    if (group_ && groupOnly_.value_or(true)) return Ask(name, text);
-    const auto seen = variables_.PeekTextUnder(name, L"FValue"_key);
-    if (!seen.isCertain || (!seen.text && group_)) return Ask(name, text);
+    if (group_ && groupOnly_.value_or(true)) return Ask(text);
+    const auto seen = variables_.PeekTextUnder(text.Name(), L"FValue"_key);
+    if (!seen.isCertain || (!seen.text && group_)) return Ask(text);
     if (seen.text) text.Lend(*seen.text);
   }
 
  private:
-  void Ask(const Key& name, Rewriting& text) {
+  void Ask(Rewriting& text) {
     text.Settle();
+    const Key name = key_.Borrow(text.Name());
     const auto variable = variables_.Find(name);
     if (!variable) return;
     const Dictionary entry(**variable);

@@ -243,15 +243,15 @@ TEST_F(FoundationTest, HostsRecordsAreAskedThreeCallsAndTwoNamesEach) {
   EXPECT_EQ(more.names - few.names, 20);
 }
 
-class ContainerRoads : public LibraryTest, public ::testing::WithParamInterface<Road> {
+class ContainerKinds : public LibraryTest, public ::testing::WithParamInterface<ContainerKind> {
  protected:
   Dictionary NewRecord() const { return Dictionary(GetParam().newDictionary()); }
   Vector NewList() const { return Vector(GetParam().newVector()); }
 };
 
-INSTANTIATE_TEST_SUITE_P(, ContainerRoads, ::testing::ValuesIn(kRoads), [](const auto& i) { return i.param.name; });
+INSTANTIATE_TEST_SUITE_P(, ContainerKinds, ::testing::ValuesIn(kContainerKinds), [](const auto& i) { return i.param.name; });
 
-TEST_P(ContainerRoads, RecordKeepsOrderAndPlace) {
+TEST_P(ContainerKinds, RecordKeepsOrderAndPlace) {
   const auto record = NewRecord();
   const auto inner = Record({{L"x", 1}});
   record.Set(L"FCode"_key, Value(L"Save"));
@@ -268,7 +268,7 @@ TEST_P(ContainerRoads, RecordKeepsOrderAndPlace) {
   for (const int outside : {-1, 0, 5}) EXPECT_EQ(record.Name(outside), L"") << outside;
 }
 
-TEST_P(ContainerRoads, AbsentFieldsAreEmptyOrTheFallback) {
+TEST_P(ContainerKinds, AbsentFieldsAreEmptyOrTheFallback) {
   const auto record = NewRecord();
   record.Set(L"FMask"_key, Value(3));
   record.Set(L"fallen"_key, Value());
@@ -289,7 +289,7 @@ TEST_P(ContainerRoads, AbsentFieldsAreEmptyOrTheFallback) {
   EXPECT_EQ(record.Count(), 2);
 }
 
-TEST_P(ContainerRoads, CopiesAreOneLevelDeep) {
+TEST_P(ContainerKinds, CopiesAreOneLevelDeep) {
   const auto record = NewRecord();
   record.Set(L"FName"_key, Value(L"a"));
   record.Set(L"Users"_key, Record({{L"1", 1}}));
@@ -303,7 +303,7 @@ TEST_P(ContainerRoads, CopiesAreOneLevelDeep) {
   EXPECT_EQ(Show(record), R"({FName: "a", Users: {1: 1, 2: 2}})");
 }
 
-TEST_P(ContainerRoads, ListCountsFromOne) {
+TEST_P(ContainerKinds, ListCountsFromOne) {
   const auto list = NewList();
   const auto record = Record({{L"x", 1}});
   list.Add(record);
@@ -318,7 +318,7 @@ TEST_P(ContainerRoads, ListCountsFromOne) {
 }
 
 // A search leaves out what our own containers tell of themselves, and nothing else.
-TEST_P(ContainerRoads, SearchesFindWhatALookAtEachEntryFinds) {
+TEST_P(ContainerKinds, SearchesFindWhatALookAtEachEntryFinds) {
   ForeignRecord hosts(Record({{L"FCode", L"Save1"}}));
   const auto actions = NewRecord();
   const std::pair<const wchar_t*, Dictionary> entries[] = {{L"a", Record({{L"FCode", L"Save1"}})},
@@ -355,7 +355,7 @@ TEST_P(ContainerRoads, SearchesFindWhatALookAtEachEntryFinds) {
 }
 
 // Scripts assign objects in either way, and some hosts ask for both at once.
-TEST_P(ContainerRoads, EveryAssignmentStoresTheObjectItself) {
+TEST_P(ContainerKinds, EveryAssignmentStoresTheObjectItself) {
   const Value object = List({}).AsValue(), key(L"m");
   constexpr WORD kBoth = DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF;
   for (const WORD flags : {WORD{DISPATCH_PROPERTYPUT}, WORD{DISPATCH_PROPERTYPUTREF}, kBoth}) {

@@ -42,7 +42,7 @@ ForeignRecord::ForeignRecord(const Dictionary& content) : ForeignContainer(conte
   On(L"Value", read, To(content.Object(), L"Value", DISPATCH_PROPERTYPUT));
 }
 
-const Road kRoads[] = {
+const ContainerKind kContainerKinds[] = {
     {"Lending", [] { return NewContainer(Container::kDictionary); }, [] { return NewContainer(Container::kVector); }},
     {"Interface", [] { return New(Container::kDictionary, __uuidof(_Dictionary)); },
      [] { return New(Container::kVector, __uuidof(_Vector)); }},

@@ -25,13 +25,13 @@ class ForeignRecord : public ForeignContainer {
 
 // The three ways in which a container can be reached: ours lends what it stores, another one has the interface, and a
 // host's own has the members' names and nothing else. New containers of each.
-struct Road {
+struct ContainerKind {
   const char* name;
   ComPtr<IDispatch> (*newDictionary)();
   ComPtr<IDispatch> (*newVector)();
 };
-extern const Road kRoads[3];
+extern const ContainerKind kContainerKinds[3];
 
-inline std::ostream& operator<<(std::ostream& out, const Road& road) { return out << road.name; }
+inline std::ostream& operator<<(std::ostream& out, const ContainerKind& kind) { return out << kind.name; }
 
 }  // namespace tavio::test

@@ -104,10 +104,11 @@ std::optional<StoredValue> Dictionary::Find(const Key& key) const {
   return Get(key);
 }
 
-Dictionary::Peeked Dictionary::PeekTextUnder(const Key& key, const Key& field) const {
+Dictionary::Peeked Dictionary::PeekTextUnder(TextView key, const Key& field) const {
   auto* own = ReadInPlace();
+  const auto units = static_cast<UINT>(key.size());
   const VARIANT* held = nullptr;
-  if (!own || FAILED(own->ReadFieldUnder(key.Get(), field.Get(), &held))) return {false, std::nullopt};
+  if (!own || FAILED(own->ReadFieldUnder(key.data(), units, field.Get(), &held))) return {false, std::nullopt};
   if (!held) return {true, std::nullopt};
   if (held->vt != VT_BSTR) return {false, std::nullopt};
   return {true, ViewOf(held->bstrVal)};

@@ -45,7 +45,7 @@ class Dictionary : public ContainerHandle<_Dictionary, IDictionaryInPlace> {
     bool isCertain;
     std::optional<TextView> text;
   };
-  Peeked PeekTextUnder(const Key& key, const Key& field) const;
+  Peeked PeekTextUnder(TextView key, const Key& field) const;
   bool Lookup(const Key& key) const;
   // Adds at the end or replaces in place. An object is stored by reference.
   void Set(const Key& key, const Value& value) const;
