@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "foundation/values/Error.h"
+
 namespace tavio::companion {
 namespace {
 
@@ -18,6 +20,15 @@ Json FromBytes(const Value& value, const Secrets& secrets) {
   const auto bytes = value.ToBytes();
   const std::string_view content(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   return Utf8(secrets.Masked(FromCodePage(CP_ACP, content)));
+}
+
+// What does not convert must not cost the rest of a trace.
+Json FromText(const Value& value, const Secrets& secrets) {
+  try {
+    return Utf8(secrets.Masked(value.ToText()));
+  } catch (const Error&) {
+    return "(type " + std::to_string(value.Type()) + ")";
+  }
 }
 
 Json FromValue(const Value& value, const Secrets& secrets) {
@@ -44,7 +55,7 @@ Json FromValue(const Value& value, const Secrets& secrets) {
     case VT_ARRAY | VT_UI1:
       return FromBytes(value, secrets);
     default:
-      return value.Type() & VT_ARRAY ? Json("(array)") : Json(Utf8(secrets.Masked(value.ToText())));
+      return value.Type() & VT_ARRAY ? Json("(array)") : FromText(value, secrets);
   }
 }
 
@@ -83,7 +94,7 @@ Value ToPackage(const Json& json) {
     return list.AsValue();
   }
   if (json.is_boolean()) return Value(json.get<bool>());
-  if (json.is_number_integer()) return Value(json.get<std::int32_t>());
+  if (json.is_number_integer()) return ReadInteger<std::int32_t>(json);
   if (json.is_number()) return Value(json.get<double>());
   return json.is_string() ? Value(TextView(FromUtf8(json.get_ref<const std::string&>()))) : Value();
 }

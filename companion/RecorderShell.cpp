@@ -4,6 +4,7 @@
 #include <iterator>
 
 #include "companion/recorder/CallTree.h"
+#include "companion/recorder/PlatformCalls.h"
 
 namespace tavio::companion {
 namespace {
@@ -26,6 +27,15 @@ Fault FaultOf(const Text& name) {
   Text known;
   for (const auto& row : kFaults) known += (known.empty() ? L"" : L", ") + Text(row.name);
   throw Refused(L"Unknown fault '" + name + L"'; there are: " + known);
+}
+
+void RefuseUnlessKnown(const Text& progId) {
+  Text known;
+  for (const auto* component : PlatformComponents()) {
+    if (EqualsName(progId, component)) return;
+    known += (known.empty() ? L"" : L", ") + Text(component);
+  }
+  throw Refused(L"Unknown component '" + progId + L"'; there are: " + known);
 }
 
 }  // namespace
@@ -58,6 +68,7 @@ STDMETHODIMP RecorderShell::Break(BSTR progId, BSTR member, LONG call, BSTR faul
   return Do([&] {
     Broken broken{{TextOf(progId), TextOf(member), static_cast<std::int32_t>(call), FaultOf(TextOf(fault))},
                   Value::CopyOf(detail)};
+    RefuseUnlessKnown(TextOf(progId));
     if (broken.breakage.fault == Fault::kNotCreated) broken.breakage.member.clear();
     if (recording_ && recording_->IsRunning()) recording_->Break(broken.breakage, broken.detail.Copy());
     broken_.push_back(std::move(broken));

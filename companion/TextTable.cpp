@@ -22,6 +22,16 @@ std::size_t ColumnsOf(TextView text) noexcept {
 
 }  // namespace
 
+Text Plain(TextView text, Lines lines) {
+  Text plain(text);
+  for (auto& unit : plain) {
+    const bool isEnd = unit == L'\n' || unit == L'\r';
+    const bool isControl = unit < L' ' || (unit >= 0x7F && unit < 0xA0);
+    if (isControl && !(isEnd && lines == Lines::kKept)) unit = L' ';
+  }
+  return plain;
+}
+
 Text TextTable(const std::vector<Cells>& rows) {
   std::vector<std::size_t> widths;
   for (const auto& cells : rows) {
@@ -32,7 +42,7 @@ Text TextTable(const std::vector<Cells>& rows) {
   for (const auto& cells : rows) {
     Text line;
     for (std::size_t i = 0; i < cells.size(); ++i) {
-      line += cells[i];
+      line += Plain(cells[i], Lines::kJoined);
       if (i + 1 < cells.size()) line.append(widths[i] - ColumnsOf(cells[i]) + 2, L' ');
     }
     line.erase(line.find_last_not_of(L' ') + 1);

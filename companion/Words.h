@@ -18,13 +18,10 @@ namespace words {
 
 inline constexpr Word kPreview = {L"消息预览", L"Message preview"};
 inline constexpr Word kTitle = {L"标题", L"Title"};
-inline constexpr Word kText = {L"内容", L"Text"};
 inline constexpr Word kWithCaptions = {L"设计时", L"As designed"};
 inline constexpr Word kWithValues = {L"接收时", L"As received"};
 inline constexpr Word kVariables = {L"变元", L"Variables"};
 inline constexpr Word kOthers = {L"未使用的变元", L"Variables not used"};
-inline constexpr Word kValue = {L"值", L"Value"};
-inline constexpr Word kOrigin = {L"来源", L"From"};
 inline constexpr Word kPerson = {L"人员", L"Person"};
 inline constexpr Word kPeople = {L"谁会收到", L"Who gets it"};
 inline constexpr Word kRequests = {L"发送请求", L"Requests"};
@@ -51,9 +48,8 @@ inline constexpr Word kNoNumber = {L"没有手机号码", L"has no mobile number
 inline constexpr Word kDropped = {L"已包含于", L"is part of"};
 inline constexpr Word kSameNumber = {L"号码相同:", L"same number as"};
 inline constexpr Word kNotTold = {L"平台认为无需通知", L"the platform says: need not be told"};
-inline constexpr Word kNotToldAtAll = {L"平台未答复是否通知", L"the platform does not say: tell"};
+inline constexpr Word kNotToldAtAll = {L"平台未答复是否通知", L"the platform does not say whether to tell"};
 inline constexpr Word kChannelFails = {L"整个通道失败", L"the whole channel fails"};
-inline constexpr Word kNotListed = {L"不在名单中", L"not listed"};
 
 inline constexpr Word kOriginField = {L"单据字段", L"bill field"};
 inline constexpr Word kOriginGroup = {L"分组信息", L"group"};
@@ -71,6 +67,10 @@ inline constexpr Word kBadKey = {L"名单中的键不是用户编号:", L"a key 
 inline constexpr Word kTooMany = {L"接收人超过32767个", L"more than 32,767 recipients"};
 inline constexpr Word kCannotCreate = {L"不能创建组件", L"cannot create component"};
 inline constexpr Word kNothingThere = {L"没有可发送的地址或号码", L"no address or number is left"};
+inline constexpr Word kSilent = {L"操作失败,但没有提示", L"the operation failed, and says nothing"};
+inline constexpr Word kNameless = {L"平台的答复没有 FUserID,不知道是谁的",
+                                   L"the platform's answers lack FUserID: nobody can tell whose they are"};
+inline constexpr Word kUsersUnread = {L"读不到用户表 t_User", L"the table t_User cannot be read"};
 inline constexpr Word kDiffers = {L"请求与推算的名单不一致", L"the request is another than the list explains"};
 
 inline constexpr Word kNotSeen = {L"预览已拒绝:记录器无法拦截组件",
@@ -105,12 +105,14 @@ inline constexpr Word kChangeMask = {L"与操作的业务场景没有交集,请�
 inline constexpr Word kHiddenBy = {L"在每个业务场景中都被掩码更大的消息代替",
                                    L"a message of a greater mask is sent instead in every scenario"};
 inline constexpr Word kChangeCode = {L"改变其中一个操作代码", L"change one of the codes"};
-inline constexpr Word kSameRight = {L"权限与此操作相同:", L"has the same right as"};
+inline constexpr Word kSameRight = {L"权限与此操作重复:", L"shares a right with"};
 inline constexpr Word kWasRenamed = {L"字段已改名", L"the field was renamed"};
 inline constexpr Word kWriteInstead = {L"改为:", L"write instead:"};
 inline constexpr Word kIsLost = {L"已不存在", L"is no longer there"};
 
 inline constexpr Word kNoExport = {L"不是导出文件", L"this is no export"};
+inline constexpr Word kTooDeep = {L"嵌套过深", L"nested too deeply"};
+inline constexpr Word kNoValueOfPackage = {L"数据包中不能有这个值:", L"a package cannot hold this value:"};
 inline constexpr Word kOtherVersion = {L"导出文件的版本不同", L"the export is of another version"};
 inline constexpr Word kOtherType = {L"导出文件属于另一业务对象:", L"the export is of another bill type:"};
 inline constexpr Word kNotSaved = {L"未能保存", L"it was not saved"};
@@ -119,7 +121,6 @@ inline constexpr Word kNothingToChange = {L"没有变化", L"nothing to change"}
 inline constexpr Word kTrace = {L"调用跟踪", L"Trace"};
 inline constexpr Word kNoEntries = {L"没有日志条目:记录器启动之前已使用过组件库",
                                     L"no entries: the library was used before the recorder was started"};
-inline constexpr Word kArguments = {L"参数", L"Arguments"};
 inline constexpr Word kAnswer = {L"结果", L"Answer"};
 inline constexpr Word kKeptBack = {L"未传给平台", L"kept from the platform"};
 inline constexpr Word kBroken = {L"被记录器破坏", L"broken by the recorder"};

@@ -11,7 +11,7 @@ RunHost
 boxes.Stop
 recorder.Stop
 If boxes.Shown.Count <> 1 Then Fail "the user saw " & boxes.Shown.Count & " boxes"
-If (boxes.Shown.Item(1)("FStyle") And vbExclamation) = 0 Then Fail "it was no warning: " & boxes.Shown.Item(1)("FText")
+If (boxes.Shown.Item(1)("FStyle") And &HF0) <> vbExclamation Then Fail "it was no warning: " & boxes.Shown.Item(1)("FText")
 WScript.Echo "The user was told once that the mail failed."
 WScript.Echo "Done."
 

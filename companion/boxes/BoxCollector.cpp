@@ -6,7 +6,9 @@
 #include <algorithm>
 #include <iterator>
 
+#include "companion/Members.h"
 #include "companion/boxes/LibraryImports.h"
+#include "companion/recorder/Secrets.h"
 
 namespace tavio::companion {
 namespace {
@@ -87,6 +89,10 @@ BoxCollector::~BoxCollector() { std::erase(Living(), this); }
 
 BoxCollector* BoxCollector::Innermost() noexcept { return Living().empty() ? nullptr : Living().back(); }
 
+void BoxCollector::Raise() const {
+  if (!boxes.empty()) throw Refused(WithoutSecrets(boxes.front().text));
+}
+
 int BoxCollector::Answer(const wchar_t* text, const wchar_t* title, UINT style) {
   Box box{title ? title : L"", text ? text : L"", style, DefaultOf(style), false};
   const auto applies = [&](const Rule& rule) {
@@ -108,7 +114,8 @@ int WINAPI AnswerMessageBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style)
   }
 }
 
-// The dialog is made, but not shown, and its button is pressed: so its own code decides what that means.
+// The dialog is made, but not shown, and its button is pressed, so that its own code does what that means. The answer is
+// the button: what the dialog ends itself with is told to nobody but a modal loop.
 INT_PTR WINAPI AnswerDialog(HINSTANCE module, LPCDLGTEMPLATEW dialog, HWND owner, DLGPROC procedure, LPARAM details) {
   auto* collector = BoxCollector::Innermost();
   if (!collector) return DialogBoxIndirectParamW(module, dialog, owner, procedure, details);

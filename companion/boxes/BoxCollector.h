@@ -44,6 +44,8 @@ class BoxCollector {
   // What the innermost does with a box.
   int Answer(const wchar_t* text, const wchar_t* title, UINT style);
   static BoxCollector* Innermost() noexcept;
+  // Raises the first box, if there is one, as an Error without its secrets.
+  void Raise() const;
 
  private:
   std::shared_ptr<LibraryImports> imports_;

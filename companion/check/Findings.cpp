@@ -120,7 +120,7 @@ class MessageCheck {
     }
     bool occurs = false;
     for (const auto scenario : subject_.scenarios) {
-      if ((scenario & message_.mask) == 0) continue;
+      if ((scenario & message_.mask) == 0 || (scenario & action_.mask) == 0) continue;
       occurs = true;
       if (Chosen(scenario) == message_.mask) return;
     }
@@ -144,19 +144,24 @@ class MessageCheck {
   Findings& findings_;
 };
 
+// The first action before this one that shares a bit of its rights; null if none does.
+const CheckedAction* FirstWithRightOf(const CheckedAction& action, const std::vector<CheckedAction>& actions) {
+  const auto shares = [&](const CheckedAction& other) { return &other == &action || (other.rights & action.rights); };
+  const auto found = std::find_if(actions.begin(), actions.end(), shares);
+  return &*found == &action ? nullptr : &*found;
+}
+
 void CheckDoubles(const Subject& subject, Findings& findings) {
   std::map<Text, int> codes;
-  std::map<std::int32_t, Text> rights;
   for (const auto& action : subject.actions) {
     if (++codes[action.code] == 2) {
       findings.push_back(
           {"doubled code", Severity::kError, action.code, 0, L"FCode", action.code, Say(words::kChangeCode)});
     }
-    if (action.rights == 0) continue;
-    const auto [first, fresh] = rights.try_emplace(action.rights, action.code);
-    if (fresh) continue;
-    findings.push_back({"doubled right", Severity::kNote, action.code, 0, L"FRightMask", std::to_wstring(action.rights),
-                        Say(words::kSameRight) + L" " + first->second});
+    const auto* first = FirstWithRightOf(action, subject.actions);
+    if (!first) continue;
+    findings.push_back({"doubled right", Severity::kNote, action.code, 0, L"FRightMask",
+                        std::to_wstring(action.rights & first->rights), Say(words::kSameRight) + L" " + first->code});
   }
 }
 
@@ -238,6 +243,9 @@ Text Nearest(const Text& name, const std::vector<Text>& names) {
 Findings Check(const Subject& subject, Users& users) {
   Findings findings;
   users.Ask(AllUsers(subject));
+  if (!users.AreKnown()) {
+    findings.push_back({"recipients not checked", Severity::kWarning, {}, 0, {}, L"t_User", Say(words::kUsersUnread)});
+  }
   CheckDoubles(subject, findings);
   for (const auto& action : subject.actions) {
     for (const auto& message : action.messages) MessageCheck(subject, action, message, findings).Run(users);

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "companion/Members.h"
-#include "companion/Words.h"
 #include "companion/boxes/BoxCollector.h"
+#include "companion/exchange/FileText.h"
 #include "companion/preview/Compose.h"
 #include "foundation/packages/Fields.h"
 #include "foundation/packages/Walk.h"
@@ -37,29 +37,6 @@ Json ActionsOf(const Dictionary& actions) {
   }
   Strip(exported);
   return exported;
-}
-
-Text PlaceOf(const std::string& file, std::size_t position) {
-  position = std::min(position, file.size());
-  const auto line = std::count(file.begin(), file.begin() + static_cast<std::ptrdiff_t>(position), '\n') + 1;
-  const auto start = position == 0 ? std::string::npos : file.rfind('\n', position - 1);
-  const auto column = start == std::string::npos ? position + 1 : position - start;
-  return std::to_wstring(line) + L":" + std::to_wstring(column) + L": ";
-}
-
-// Where a member of the file stands; its beginning if it is not there.
-Text PlaceOf(const std::string& file, const char* member) {
-  std::string quoted = member;
-  quoted.insert(quoted.begin(), '"');
-  quoted.push_back('"');
-  const auto found = file.find(quoted);
-  return PlaceOf(file, found == std::string::npos ? 0 : found);
-}
-
-[[noreturn]] void Refuse(const Text& place, const Word& why, const Text& detail = {}) {
-  Text words = place + Say(why);
-  if (!detail.empty()) words += L" " + detail;
-  throw Refused(words);
 }
 
 bool IsRecords(const Json& json) {
@@ -132,25 +109,21 @@ Json ExportOf(std::int32_t type) {
 Text ToFile(const Json& exported) { return FromUtf8(nlohmann::json(exported).dump(kIndent) + "\n"); }
 
 Json ReadExport(const std::string& file, std::int32_t type) {
-  Json exported;
-  try {
-    exported = Json::parse(file);
-  } catch (const Json::parse_error& error) {
-    Refuse(PlaceOf(file, error.byte == 0 ? 0 : error.byte - 1), words::kNoExport);
-  }
+  auto exported = ParseFile(file);
   const bool ours = exported.is_object() && exported.value("format", Json()) == kFormat;
-  if (!ours) Refuse(PlaceOf(file, "format"), words::kNoExport);
-  if (exported.value("version", Json()) != kVersion) Refuse(PlaceOf(file, "version"), words::kOtherVersion);
+  if (!ours) RefuseAt(PlaceOf(file, "format"), words::kNoExport);
+  if (exported.value("version", Json()) != kVersion) RefuseAt(PlaceOf(file, "version"), words::kOtherVersion);
   const auto given = exported.value("classTypeId", Json());
   if (!given.is_number_integer() || (type != 0 && given != type)) {
-    Refuse(PlaceOf(file, "classTypeId"), words::kOtherType, FromUtf8(given.dump()));
+    RefuseAt(PlaceOf(file, "classTypeId"), words::kOtherType, FromUtf8(given.dump()));
   }
   for (const auto* member : {"fields", "actions"}) {
-    if (!exported.contains(member) || !IsRecords(exported[member])) Refuse(PlaceOf(file, member), words::kNoExport);
+    if (!exported.contains(member) || !IsRecords(exported[member])) RefuseAt(PlaceOf(file, member), words::kNoExport);
   }
   for (const auto& [code, action] : exported["actions"].items()) {
-    if (!IsAction(action)) Refuse(PlaceOf(file, code.c_str()), words::kNoExport);
+    if (!IsAction(action)) RefuseAt(PlaceOf(file, code.c_str()), words::kNoExport);
   }
+  Strip(exported["actions"]);  // nobody would see in the changes what belongs to another database
   return exported;
 }
 
@@ -170,7 +143,7 @@ Import::Import(std::int32_t type, const Json& exported) : actions_(Component(nul
   const nlohmann::json before = ActionsOf(Stored());
   const BoxCollector boxes(actions_.Object().Get());
   for (const auto& [code, action] : exported["actions"].items()) Merge(FromUtf8(code), action);
-  if (!boxes.boxes.empty()) throw Refused(boxes.boxes.front().text);
+  boxes.Raise();
   for (const auto& step : nlohmann::json::diff(before, ActionsOf(Stored()))) {
     changes_.push_back({{"FOperation", step["op"]}, {"FPath", step["path"]}, {"FValue", step.value("value", Json())}});
   }
@@ -195,7 +168,8 @@ void Import::Merge(const Text& code, const Json& action) {
 void Import::Save() {
   const BoxCollector boxes(actions_.Object().Get());
   if (actions_.Call(L"Save").ToBool()) return;
-  throw Refused(boxes.boxes.empty() ? Say(words::kNotSaved) : boxes.boxes.front().text);
+  boxes.Raise();
+  throw Refused(Say(words::kNotSaved));
 }
 
 }  // namespace tavio::companion

@@ -18,12 +18,12 @@ Json ReadExport(const std::string& file, std::int32_t type);
 Subject SubjectOf(const Json& exported);
 
 // What an import would change, and does on Save: the stored actions with the fields of the file in their place. Fields
-// that the file lacks stay, and so do actions and messages; nothing is deleted.
+// that the file lacks stay, and so do actions and messages. A field is replaced whole: a list of recipients is one.
 class Import {
  public:
   Import(std::int32_t type, const Json& exported);
 
-  // One record per difference: FOperation ("add", "replace"), FPath, FValue.
+  // One record per difference: FOperation ("add", "replace", "remove"), FPath, FValue.
   const Json& Changes() const noexcept { return changes_; }
   // Raises Error in the library's words if it is not stored; somebody may have saved meanwhile.
   void Save();

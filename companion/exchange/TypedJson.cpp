@@ -9,8 +9,6 @@
 namespace tavio::companion {
 namespace {
 
-constexpr int kDeepest = 32;
-
 Value Changed(const Value& value, VARTYPE type) {
   Value changed;
   Check(VariantChangeTypeEx(changed.InPlace(), const_cast<VARIANT*>(&value.Raw()), LOCALE_INVARIANT, 0, type));
@@ -40,7 +38,7 @@ Json Write(const Value& value, int depth);
 
 Json WriteObject(const Value& value, int depth) {
   if (!value.HoldsObject()) return {{"$object", 0}};
-  if (depth > kDeepest) throw Refused(L"A package is nested too deeply");
+  if (depth > kDeepestPackage) throw Refused(L"A package is nested too deeply");
   const auto object = value.ToObject();
   if (HasMember(object.Get(), L"Lookup")) {
     Json json = Json::object();
@@ -86,10 +84,15 @@ Json Write(const Value& value, int depth) {
   }
 }
 
+std::string TextIn(const Json& json) {
+  if (!json.is_string()) throw Error::TypeMismatch();
+  return json.get<std::string>();
+}
+
 Value ReadMarked(const std::string& mark, const Json& json) {
-  if (mark == "$i2") return Value(json.get<std::int16_t>());
-  if (mark == "$date") return DateValue(json.get<std::string>());
-  if (mark == "$decimal") return Changed(Value(TextView(FromUtf8(json.get<std::string>()))), VT_DECIMAL);
+  if (mark == "$i2") return ReadInteger<std::int16_t>(json);
+  if (mark == "$date") return DateValue(TextIn(json));
+  if (mark == "$decimal") return Changed(Value(TextView(FromUtf8(TextIn(json)))), VT_DECIMAL);
   if (mark == "$object") return Value(ComPtr<IDispatch>());
   if (mark == "$empty") return Value();
   throw Refused(L"Unknown mark " + FromUtf8(mark));

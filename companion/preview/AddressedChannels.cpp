@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <map>
 
 #include "companion/preview/ChannelParts.h"
@@ -17,9 +18,30 @@ UserKey KeyOf(const Listed& listed) { return {ToUpper(listed.type), listed.id}; 
 // What the platform was asked about the recipients of a mail or short message, and what it answered.
 struct Answers {
   std::set<UserKey> asked;
+  std::set<Text> types;                                      // for which it answered
   std::vector<std::pair<UserKey, const Snapshot*>> records;  // in the order in which they are joined
   std::map<UserKey, const Snapshot*> first;                  // each user's first record
+  bool failed = false;                                       // before all were asked
+  bool areNamed = true;                                      // whether it is known whose they are
 };
+
+bool NamesUsers(const Snapshot& records) {
+  return std::any_of(records.entries.begin(), records.entries.end(),
+                     [](const Snapshot::Entry& entry) { return entry.value.Find(L"FUserID"); });
+}
+
+// The library has no use for the ID in a record: without it only the order tells whose it is.
+void AddRecords(Answers& answers, const Text& type, const Snapshot& asked, const Snapshot& records) {
+  const bool areNamed = NamesUsers(records);
+  const bool inOrder = !areNamed && records.entries.size() == asked.entries.size();
+  if (!areNamed && !inOrder && !records.entries.empty()) answers.areNamed = false;
+  for (std::size_t i = 0; i < records.entries.size(); ++i) {
+    const auto& record = records.entries[i].value;
+    const UserKey user{type, IdIn(inOrder ? asked.entries[i].value : record)};
+    answers.records.push_back({user, &record});
+    answers.first.try_emplace(user, &record);
+  }
+}
 
 Answers AnswersOf(const Sending& sending) {
   Answers answers;
@@ -28,13 +50,21 @@ Answers AnswersOf(const Sending& sending) {
     const Text type = ToUpper(call->arguments[1].ToText());
     for (const auto& entry : call->arguments[2].entries) answers.asked.insert({type, IdIn(entry.value)});
     if (FAILED(call->result)) continue;
-    for (const auto& entry : call->answer.entries) {
-      const UserKey user{type, IdIn(entry.value)};
-      answers.records.push_back({user, &entry.value});
-      answers.first.try_emplace(user, &entry.value);
-    }
+    answers.types.insert(type);
+    AddRecords(answers, type, call->arguments[2], call->answer);
   }
   return answers;
+}
+
+// Whether the operation ended before it had asked about everybody. It creates the component only if anybody is left to
+// be asked about.
+bool FailedToAsk(const Sending& sending, const std::vector<Listed>& listed) {
+  const bool isBad = std::any_of(listed.begin(), listed.end(), [](const Listed& entry) { return !entry.isNumber; });
+  const auto* created = FindCall(sending, kRecipients, L"");
+  const auto asked = FindCalls(sending, kRecipients, L"GetUserInfo");
+  const auto failed = [](const Call* call) { return FAILED(call->result); };
+  if (!created && asked.empty()) return !sending.answered && (isBad || !IsRegistered(kRecipients));
+  return asked.empty() || std::any_of(asked.begin(), asked.end(), failed);
 }
 
 struct Addressed {
@@ -51,10 +81,14 @@ struct Joined {
 Joined Join(const Answers& answers, const Addressed& how) {
   Joining joining(how.separator);
   Joined joined;
+  std::set<UserKey> taken;
   for (const auto& [user, record] : answers.records) {
-    auto within = joining.Add(TextIn(*record, how.field));
+    const auto address = TextIn(*record, how.field);
+    auto within = joining.Add(address);
+    if (within.empty() && !address.empty()) taken.insert(user);
     if (!within.empty()) joined.dropped[user] = std::move(within);
   }
+  for (const auto& user : taken) joined.dropped.erase(user);
   joined.addresses = joining.Joined();
   return joined;
 }
@@ -64,7 +98,9 @@ Person AddressedPerson(const Listed& entry, const Answers& answers, const Joined
   auto person = PersonOf(entry, users);
   const auto key = KeyOf(entry);
   const auto record = answers.first.find(key);
-  if (!answers.asked.contains(key)) {
+  if (answers.failed && !answers.types.contains(key.first)) {
+    person.reason = Reason::kFailed;
+  } else if (!answers.asked.contains(key)) {
     person.reason = Reason::kExcluded;
   } else if (record == answers.first.end()) {
     TellOfUser(person, users);
@@ -85,10 +121,12 @@ Person AddressedPerson(const Listed& entry, const Answers& answers, const Joined
 Text AddPeople(Channel& channel, const Sending& sending, const ChannelInput& input, const Addressed& how) {
   const auto list = PackageAt(input.message, Key(TextView(how.list)));
   const auto listed = ListedIn(list, true);
-  const auto answers = AnswersOf(sending);
+  auto answers = AnswersOf(sending);
+  answers.failed = FailedToAsk(sending, listed);
   const auto joined = Join(answers, how);
   input.users.Ask(IdsOf(listed));
   if (!channel.sent && channel.problem.empty()) channel.problem = ListProblem(list, listed);
+  if (!answers.areNamed && channel.problem.empty()) channel.problem = Say(words::kNameless);
   for (const auto& entry : listed) {
     channel.people.push_back(AddressedPerson(entry, answers, joined, how, input.users));
   }
@@ -122,7 +160,7 @@ Text SmtpRecipients(const Sending& sending) {
 }  // namespace
 
 Channel MailOf(const Sending& sending, const ChannelInput& input) {
-  auto channel = Start(ChannelKind::kMail, sending);
+  auto channel = Start(ChannelKind::kMail, sending, input);
   Text requested;
   if (const auto* call = FindCall(sending, kMailGateway, L"MorlaSendMail"); call && !call->arguments.empty()) {
     SetRequest(channel, kMailGateway, ToJson(call->arguments[0], input.secrets));
@@ -135,13 +173,15 @@ Channel MailOf(const Sending& sending, const ChannelInput& input) {
   if (!channel.sent && channel.problem.empty()) channel.problem = FailureOf(sending, input, {kRecipients});
   const Addressed how{L"EmailUsers", L"Email", L';'};
   const Text expected = AddPeople(channel, sending, input, how);
-  if (!channel.sent && channel.problem.empty() && !expected.empty()) channel.problem = CannotCreate(kMailGateway);
-  Settle(channel, requested == expected);
+  if (!channel.sent && channel.problem.empty() && !expected.empty()) {
+    channel.problem = FailureOf(sending, input, {kMailGateway});
+  }
+  Settle(channel, requested == expected, !expected.empty());
   return channel;
 }
 
 Channel ShortMessageOf(const Sending& sending, const ChannelInput& input) {
-  auto channel = Start(ChannelKind::kShortMessage, sending);
+  auto channel = Start(ChannelKind::kShortMessage, sending, input);
   Text requested;
   if (const auto* request = SmsRequest(sending)) {
     SetRequest(channel, kSmsGateway, ToJson(*request, input.secrets));
@@ -149,7 +189,7 @@ Channel ShortMessageOf(const Sending& sending, const ChannelInput& input) {
   }
   if (!channel.sent) channel.problem = FailureOf(sending, input, {kRecipients, kSmsGateway});
   const Text expected = AddPeople(channel, sending, input, {L"SMSUsers", L"Mobile", L','});
-  Settle(channel, requested == expected);
+  Settle(channel, requested == expected, !expected.empty());
   return channel;
 }
 

@@ -3,13 +3,12 @@
 #include <algorithm>
 
 #include "companion/recorder/PlatformCalls.h"
+#include "foundation/values/Error.h"
 
 namespace tavio::companion {
 namespace {
 
-bool IsUnseen(const ChannelInput& input, const wchar_t* progId) {
-  return std::find(input.unseen.begin(), input.unseen.end(), progId) != input.unseen.end();
-}
+Text CannotCreate(const wchar_t* progId) { return Say(words::kCannotCreate) + L" " + progId; }
 
 }  // namespace
 
@@ -28,7 +27,11 @@ const Call* FindCall(const Sending& sending, const wchar_t* progId, const wchar_
 
 std::int32_t IdIn(const Snapshot& record) {
   const auto* id = record.Find(L"FUserID");
-  return id ? id->value.OrEmpty().ToInt32() : 0;
+  try {
+    return id ? id->value.OrEmpty().ToInt32() : 0;
+  } catch (const Error&) {
+    return 0;
+  }
 }
 
 Text TextIn(const Snapshot& record, TextView field) {
@@ -36,11 +39,14 @@ Text TextIn(const Snapshot& record, TextView field) {
   return held ? held->ToText() : Text();
 }
 
-Text CannotCreate(const wchar_t* progId) { return Say(words::kCannotCreate) + L" " + progId; }
+bool IsRegistered(const wchar_t* progId) {
+  CLSID id;
+  return SUCCEEDED(CLSIDFromProgID(progId, &id));
+}
 
 Text FailureOf(const Sending& sending, const ChannelInput& input, std::initializer_list<const wchar_t*> needed) {
   for (const auto* progId : needed) {
-    if (IsUnseen(input, progId)) return CannotCreate(progId);
+    if (!IsRegistered(progId)) return CannotCreate(progId);
   }
   for (const auto* call : sending.calls) {
     const bool counts = std::any_of(needed.begin(), needed.end(),
@@ -65,11 +71,11 @@ Text JoinedBoxes(const std::vector<Text>& boxes) {
   return joined;
 }
 
-Channel Start(ChannelKind kind, const Sending& sending) {
+Channel Start(ChannelKind kind, const Sending& sending, const ChannelInput& input) {
   Channel channel;
   channel.kind = kind;
   channel.sent = sending.answered;
-  channel.boxes = sending.boxes;
+  for (const auto& box : sending.boxes) channel.boxes.push_back(input.secrets.Masked(box));
   return channel;
 }
 
@@ -92,6 +98,7 @@ Person PersonOf(const Listed& listed, const Users& users) {
   person.id = listed.id;
   const auto* user = person.type == L"U" ? users.Find(listed.id) : nullptr;
   if (user) person.name = user->name;
+  if (!listed.isNumber) person.name = listed.key;
   return person;
 }
 
@@ -106,10 +113,10 @@ Reason WhyUnanswered(const Person& person) {
   return person.isForbidden ? Reason::kForbidden : person.isUnknown ? Reason::kUnknown : Reason::kUnanswered;
 }
 
-void Settle(Channel& channel, bool explained) {
+void Settle(Channel& channel, bool explained, bool isLeft) {
   const bool hasRequest = !channel.request.is_null();
   if (hasRequest && !explained) channel.problem = Say(words::kDiffers);
-  if (!hasRequest && channel.problem.empty()) channel.problem = Say(words::kNothingThere);
+  if (!hasRequest && channel.problem.empty()) channel.problem = Say(isLeft ? words::kSilent : words::kNothingThere);
   if (channel.sent) return;
   for (auto& person : channel.people) {
     if (person.reason == Reason::kGetsIt) person.reason = Reason::kFailed;

@@ -22,7 +22,6 @@ struct ChannelInput {
   const Dictionary& message;  // the package
   const Secrets& secrets;
   Users& users;
-  const std::vector<Text>& unseen;         // components that nobody can create
   const std::vector<FieldUser>& fields;    // of the bill, if it is known
   const std::vector<Text>& fieldCaptions;  // all that could hold users
 };

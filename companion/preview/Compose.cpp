@@ -21,7 +21,7 @@ class Named {
     if (++count_ <= kMostNamed) text_ += (text_.empty() ? L"" : L", ") + Text(name);
     if (count_ == kMostNamed + 1) text_ += L", …";
   }
-  Text Text_() const { return text_.empty() ? L"-" : text_; }
+  Text Joined() const { return text_.empty() ? L"-" : text_; }
 
  private:
   int count_ = 0;
@@ -29,7 +29,7 @@ class Named {
 };
 
 Error Unknown(const Word& what, const Text& given, const Named& known) {
-  return Refused(Say(what) + L" '" + given + L"'; " + Say(words::kThereAre) + L" " + known.Text_());
+  return Refused(Say(what) + L" '" + given + L"'; " + Say(words::kThereAre) + L" " + known.Joined());
 }
 
 Named BillTypes() {
@@ -74,9 +74,10 @@ struct Scenario {
   Text name;
 };
 
-Scenario FindScenario(const Value& given) {
+Scenario FindScenario(const Value& given, const BoxCollector& boxes) {
   const Component environments = Component::Create(L"TavioClassBillAction.BillEnvironments");
   const Dictionary list(environments.Call(L"GetList"));
+  if (!list) boxes.Raise();
   const Text text = given.ToText();
   const auto number = ReadDecimal(text);
   Named known;
@@ -153,7 +154,7 @@ Component LoadedActions(std::int32_t type) {
   const BoxCollector boxes(actions.Object().Get());
   actions.Assign(L"ClassTypeID", Value(type));
   actions.Call(L"Initialize");
-  if (!boxes.boxes.empty()) throw Refused(boxes.boxes.front().text);
+  boxes.Raise();
   return actions;
 }
 
@@ -162,7 +163,7 @@ Composed Compose(std::int32_t type, const Text& action, const Value& scenario, s
   const auto classType = templates.ClassType(type);
   const auto actions = LoadedActions(type);
   const BoxCollector boxes(actions.Object().Get());
-  const auto chosen = FindScenario(scenario);
+  const auto chosen = FindScenario(scenario, boxes);
   const auto package = MessagePackage(actions, action, chosen);
   Composed composed{Component::Create(L"TavioClassBillAction.Message"), templates.Bill(type, bill),
                     templates.TableInfo(type), HeadingOf(classType, type, action, chosen, bill)};
@@ -175,7 +176,7 @@ Composed Compose(std::int32_t type, const Text& action, const Value& scenario, s
   message.Call(L"SetMessage", package);
   message.Assign(L"Data", composed.bill.AsValue());
   message.Call(L"RefreshVariableValue", composed.bill);
-  if (!boxes.boxes.empty()) throw Refused(boxes.boxes.front().text);
+  boxes.Raise();
   return composed;
 }
 

@@ -17,6 +17,12 @@ Text TextIn(const RecordSet& rows, const wchar_t* field) {
   return text;
 }
 
+// As the library's own SQL sees it ("<> 1"), for which a flag of another number forbids nothing, and no flag does.
+bool Forbids(const Value& flag) {
+  if (flag.Type() == VT_BOOL) return flag.ToBool();
+  return flag.IsNull() || flag.ToInt32() == 1;
+}
+
 void ReadId(Listed& listed, const Value& held) {
   try {
     listed.id = held.ToInt32();
@@ -61,7 +67,7 @@ void Users::AskSome(const Text& ids) try {
       L"LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID WHERE a.FUserID IN (" +
       ids + L")";
   for (const RecordSet rows(classInfo.Call(L"GetData", GetPropsString(), sql)); !rows.EndReached(); rows.MoveNext()) {
-    users_[rows.Field(L"FUserID").ToInt32()] = {TextIn(rows, L"FName"), rows.Field(L"FForbidden").OrEmpty().ToBool(),
+    users_[rows.Field(L"FUserID").ToInt32()] = {TextIn(rows, L"FName"), Forbids(rows.Field(L"FForbidden")),
                                                 TextIn(rows, L"FMobilePhone")};
   }
 } catch (const Error&) {

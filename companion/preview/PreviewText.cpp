@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 #include "companion/TextTable.h"
 #include "companion/preview/Result.h"
@@ -8,7 +9,7 @@ namespace tavio::companion {
 namespace {
 
 constexpr const char* kReasons[] = {"gets it",    "excluded", "unknown",  "forbidden", "unanswered",
-                                    "no address", "dropped",  "not told", "failed"};
+                                    "no address", "dropped",  "not told", "unread",    "failed"};
 constexpr const char* kChannels[] = {"system", "mail", "short", "approval"};
 constexpr const char* kOrigins[] = {"field", "host", "field or host", "group", "literal"};
 
@@ -84,7 +85,7 @@ Text VariableTable(const Result& result) {
   return TextTable(rows);
 }
 
-Text Line(const Word& name, const Text& text) { return Say(name) + L": " + text + L"\n"; }
+Text Line(const Word& name, const Text& text) { return Say(name) + L": " + Plain(text, Lines::kKept) + L"\n"; }
 
 }  // namespace
 
@@ -96,10 +97,11 @@ const Word& NameOf(ChannelKind kind) {
 
 std::vector<PersonRow> RowsOf(const Result& result) {
   std::vector<PersonRow> rows;
-  std::map<std::pair<Text, std::int32_t>, std::size_t> places;
+  std::map<std::tuple<Text, std::int32_t, Text>, std::size_t> places;
   for (std::size_t i = 0; i < result.channels.size(); ++i) {
     for (const auto& person : result.channels[i].people) {
-      const auto [place, fresh] = places.try_emplace({person.type, person.id}, rows.size());
+      const Text key = person.id == 0 ? person.name : Text();  // of a list, which is no ID
+      const auto [place, fresh] = places.try_emplace({person.type, person.id, key}, rows.size());
       if (fresh) rows.push_back({person.type, person.id, person.name, {}});
       auto& row = rows[place->second];
       row.cells[i] = &person;
@@ -111,6 +113,7 @@ std::vector<PersonRow> RowsOf(const Result& result) {
 
 Text NameOf(const PersonRow& row) {
   const Text type = row.type == L"U" ? Text() : row.type + L" ";
+  if (row.id == 0 && !row.name.empty()) return type + row.name;
   return type + std::to_wstring(row.id) + (row.name.empty() ? L"" : L" ") + row.name;
 }
 
@@ -146,6 +149,8 @@ Text Explain(const Channel& channel, const Person& person) {
       return person.address + L" " + Say(words::kDropped) + L" " + Joined(person.within);
     case Reason::kNotTold:
       return Say(person.wasAnswered ? words::kNotTold : words::kNotToldAtAll);
+    case Reason::kUnread:
+      return Say(words::kUsersUnread);
     case Reason::kFailed:
       return Say(words::kChannelFails);
   }

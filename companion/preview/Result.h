@@ -9,7 +9,18 @@ namespace tavio::companion {
 
 // What a preview found out.
 
-enum class Reason { kGetsIt, kExcluded, kUnknown, kForbidden, kUnanswered, kNoAddress, kDropped, kNotTold, kFailed };
+enum class Reason {
+  kGetsIt,
+  kExcluded,
+  kUnknown,
+  kForbidden,
+  kUnanswered,
+  kNoAddress,
+  kDropped,
+  kNotTold,
+  kUnread,
+  kFailed
+};
 
 struct Person {
   Text type = L"U";  // as in FUserType
@@ -17,13 +28,13 @@ struct Person {
   Text name;  // empty if nobody knows it
   Reason reason = Reason::kGetsIt;
   Text address;              // or number
-  std::vector<Text> fields;  // the bill fields that brought him in, who is not listed
+  std::vector<Text> fields;  // the bill fields that brought them in, who are not listed
   bool fieldsAreSure = true;
-  std::vector<Text> within;  // of what is joined so far, if he was dropped; for a notice the users of that number
+  std::vector<Text> within;  // of what is joined so far, if they were dropped; for a notice the users of that number
   // The platform's word on users who get a system message all the same, or on why it did not answer.
   bool isUnknown = false;
   bool isForbidden = false;
-  bool wasAnswered = true;  // whether the platform said anything about telling him
+  bool wasAnswered = true;  // whether the platform said anything about telling them
 };
 
 enum class ChannelKind { kSystemMessage, kMail, kShortMessage, kApproval };
@@ -61,7 +72,7 @@ struct Result {
   std::array<Channel, 4> channels;
 };
 
-// One person on all channels; null if he is not one of a channel's people.
+// One person on all channels; null if they are not one of a channel's people.
 struct PersonRow {
   Text type;
   std::int32_t id = 0;
@@ -75,7 +86,7 @@ std::vector<PersonRow> RowsOf(const Result& result);
 // "16394 张伟", with the type if it is no user.
 Text NameOf(const PersonRow& row);
 const Word& NameOf(ChannelKind kind);
-// Why he does not get it, or how he came in, in words.
+// Why they do not get it, or how they came in, in words.
 Text Explain(const Channel& channel, const Person& person);
 Text OriginOf(const Variable& variable);
 // "3 of 5", and why nothing is sent.

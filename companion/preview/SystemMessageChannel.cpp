@@ -55,7 +55,7 @@ void TellProblem(Channel& channel, const Dictionary& list, const std::vector<Lis
 }  // namespace
 
 Channel SystemMessageOf(const Sending& sending, const ChannelInput& input) {
-  auto channel = Start(ChannelKind::kSystemMessage, sending);
+  auto channel = Start(ChannelKind::kSystemMessage, sending, input);
   const auto list = PackageAt(input.message, L"MessageUsers"_key);
   const auto listed = ListedIn(list, false);
   const auto sentTo = SetCommand(channel, sending, input.secrets);

@@ -3,6 +3,7 @@
 #include <cstdio>
 #include <limits>
 
+#include "companion/TextTable.h"
 #include "companion/Words.h"
 #include "companion/recorder/PlatformCalls.h"
 
@@ -63,7 +64,7 @@ Text Details(const Call& call, const Secrets& secrets) {
   if (call.kind == Call::Kind::kAssign) text = L" = " + arguments;
   if (call.kind == Call::Kind::kCall) text = L"(" + arguments + L") -> " + Shortened(ToJson(call.answer, secrets));
   if (!call.passed) text += call.broken ? L"  [broken]" : L"  [kept back]";
-  if (FAILED(call.result)) text += L"  ! " + secrets.Masked(call.description);
+  if (FAILED(call.result)) text += L"  ! " + Plain(secrets.Masked(call.description), Lines::kJoined);
   return text;
 }
 

@@ -26,10 +26,11 @@ constexpr const wchar_t* kComponents[] = {
     L"Jmail.Message",
 };
 
-constexpr const wchar_t* kActing[] = {
+constexpr const wchar_t* kGuarded[] = {
     L"TavioMClass.ClassInfo",  // it runs whatever SQL it is given
-    L"TavioMClass.ClassDefineUpdate", L"TavioAppCommand.Command",    L"TavioClassBillPrint.clsNotePrint",
-    L"MorlaMobileOpen.MorlaSendMail", L"MorlaMobileOpen.MobileOpen", L"Jmail.Message",
+    L"TavioMClass.ClassDefineUpdate",   L"TavioAppCommand.Command",    L"TavioClassBillPrint.clsNotePrint",
+    L"MorlaMobileOpen.MorlaSendMail",   L"MorlaMobileOpen.MobileOpen", L"Jmail.Message",
+    L"TavioMSmsManager.clsBillUseInfo",
 };
 
 enum class When { kRead, kReadAndAssigned, kSelect };
@@ -106,7 +107,7 @@ const Row* Find(std::span<const Row> rows, const wchar_t* progId, TextView membe
 }  // namespace
 
 std::span<const wchar_t* const> PlatformComponents() noexcept { return kComponents; }
-std::span<const wchar_t* const> ActingComponents() noexcept { return kActing; }
+std::span<const wchar_t* const> GuardedComponents() noexcept { return kGuarded; }
 
 bool EqualsName(TextView name, const wchar_t* other) noexcept {
   return name.size() == std::wcslen(other) && _wcsnicmp(name.data(), other, name.size()) == 0;

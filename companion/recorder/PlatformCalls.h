@@ -11,8 +11,8 @@ namespace tavio::companion {
 // All of them, by ProgID. Not among them: containers, the file system, streams, and the library's own classes.
 std::span<const wchar_t* const> PlatformComponents() noexcept;
 
-// Those that send, print or store: nothing may reach them unseen.
-std::span<const wchar_t* const> ActingComponents() noexcept;
+// Those that a preview must stand before: they send, print or store, or what they are asked tells who gets it.
+std::span<const wchar_t* const> GuardedComponents() noexcept;
 
 // Whether a call only reads, or sets what the object itself reads with. All others are kept from the platform in a dry
 // run. `assigns`: whether it assigns a property.

@@ -88,7 +88,8 @@ class Recording : public std::enable_shared_from_this<Recording> {
   // Whether the component is made through this recording: it is asked for once, and let go of again. True too if
   // nobody could make it.
   bool StandsBefore(const wchar_t* progId) const;
-  // Those that are not registered, which nobody can stand before.
+  // Those that are not registered, which nobody can stand before, and those for which the system takes no class object
+  // of ours.
   const std::vector<Text>& Unseen() const noexcept { return unseen_; }
 
   const std::deque<Call>& Calls() const noexcept { return calls_; }
@@ -102,6 +103,8 @@ class Recording : public std::enable_shared_from_this<Recording> {
 
   HRESULT Create(RecordingFactory& factory, REFIID iid, void** object);
   HRESULT Invoke(IDispatch* real, const Invocation& call);
+  bool KeepsBack() const noexcept { return mode_ == Mode::kDryRun; }
+  void LoseSight(const wchar_t* progId) { unseen_.emplace_back(progId); }
   // Whether the member's next call is to find it missing, which counts as that call.
   bool Hides(const wchar_t* progId, TextView member);
 

@@ -70,8 +70,10 @@ HRESULT RecordingFactory::MakeReal(ComPtr<IDispatch>& object) {
     const HRESULT found = CoGetClassObject(id_, CLSCTX_SERVER, nullptr, IID_PPV_ARGS(&real_));
     // Whoever was loaded by that may have ended the recording.
     const auto recording = recording_.lock();
-    if (recording && recording->IsRunning()) Register();
+    const HRESULT taken = recording && recording->IsRunning() ? Register() : S_OK;
     if (FAILED(found)) return found;
+    if (FAILED(taken)) recording->LoseSight(progId_);
+    if (FAILED(taken) && recording->KeepsBack()) return taken;
   }
   return real_->CreateInstance(nullptr, IID_PPV_ARGS(&object));
 }

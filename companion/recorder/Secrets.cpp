@@ -3,13 +3,15 @@
 #include <algorithm>
 
 #include "companion/recorder/PlatformCalls.h"
+#include "foundation/environment/SharedProperties.h"
+#include "foundation/values/Error.h"
 #include "foundation/values/MParse.h"
 
 namespace tavio::companion {
 namespace {
 
 constexpr wchar_t kMask[] = L"***";
-// A shorter one is masked only if it is the whole text: it would be found in half of all words.
+// A shorter one is masked only if it is the whole text, or behind its name: it would be found in half of all words.
 constexpr std::size_t kLeastInside = 4;
 
 constexpr TextView kSecretNames[] = {L"PASSWORD", L"PASSWD", L"PWD", L"CONNECTSTRING", L"CONNECTIONSTRING"};
@@ -46,9 +48,16 @@ Secrets::Secrets(const std::deque<Call>& calls) {
       Learn(call.arguments[i], IsSecretArgument(call, i) ? TextView(L"PASSWORD") : known ? call.member : TextView());
     }
     Learn(call.answer, {});
+    Learn(call.writtenBack, {});
+    LearnFrom(call.description, {});
   }
-  // The longest first, so that none is cut by a shorter one within it.
-  std::sort(values_.begin(), values_.end(), [](const Text& a, const Text& b) { return a.size() > b.size(); });
+  Sort();
+}
+
+// The longest first, so that none is cut by a shorter one within it.
+void Secrets::Sort() {
+  const auto isLonger = [](const Secret& a, const Secret& b) { return a.text.size() > b.text.size(); };
+  std::sort(secrets_.begin(), secrets_.end(), isLonger);
 }
 
 void Secrets::Learn(const Snapshot& snapshot, TextView name) {
@@ -57,30 +66,49 @@ void Secrets::Learn(const Snapshot& snapshot, TextView name) {
 }
 
 void Secrets::LearnFrom(TextView text, TextView name) {
-  if (IsSecretName(name)) Keep(text);
+  if (IsSecretName(name)) Keep(text, {});
   if (text.find(L'=') == TextView::npos) return;
   for (const auto& [key, value] : ParsePairs(text)) {
-    if (IsSecretName(key)) Keep(value);
+    const auto length = static_cast<std::size_t>(value.data() - key.data()) + value.size();
+    if (IsSecretName(key)) Keep(value, TextView(key.data(), length));
     if (value.find(L'=') != TextView::npos) LearnFrom(value, {});
   }
 }
 
-void Secrets::Keep(TextView secret) {
-  if (!secret.empty() && std::find(values_.begin(), values_.end(), secret) == values_.end()) {
-    values_.emplace_back(secret);
-  }
+void Secrets::Keep(TextView secret, TextView pair) {
+  if (secret.empty()) return;
+  Keep({Text(secret), kMask});
+  if (secret.size() >= kLeastInside || pair.empty()) return;
+  Keep({Text(pair), Text(pair.substr(0, pair.size() - secret.size())) + kMask});
+}
+
+void Secrets::Keep(Secret secret) {
+  const auto is = [&](const Secret& known) { return known.text == secret.text; };
+  if (std::none_of(secrets_.begin(), secrets_.end(), is)) secrets_.push_back(std::move(secret));
 }
 
 Text Secrets::Masked(TextView text) const {
   Text masked(text);
-  for (const auto& secret : values_) {
-    if (masked == secret) return kMask;
+  for (const auto& [secret, instead] : secrets_) {
+    if (masked == secret) return instead;
     if (secret.size() < kLeastInside) continue;
-    for (auto at = masked.find(secret); at != Text::npos; at = masked.find(secret, at + std::size(kMask) - 1)) {
-      masked.replace(at, secret.size(), kMask);
+    for (auto at = masked.find(secret); at != Text::npos; at = masked.find(secret, at + instead.size())) {
+      masked.replace(at, secret.size(), instead);
     }
   }
   return masked;
+}
+
+Text WithoutSecrets(TextView text) {
+  Secrets secrets;
+  secrets.LearnFrom(text, {});
+  try {
+    secrets.LearnFrom(GetPropsString(), {});
+  } catch (const Error&) {
+    // Without shared properties there are no secrets of theirs.
+  }
+  secrets.Sort();
+  return secrets.Masked(text);
 }
 
 }  // namespace tavio::companion

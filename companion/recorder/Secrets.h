@@ -16,11 +16,26 @@ class Secrets {
   Text Masked(TextView text) const;
 
  private:
+  friend Text WithoutSecrets(TextView text);
+
+  struct Secret {
+    Text text;
+    Text instead;
+  };
+
+  Secrets() = default;
   void Learn(const Snapshot& snapshot, TextView name);
   void LearnFrom(TextView text, TextView name);
-  void Keep(TextView secret);
+  // `pair`: "name=value" as it stood in a text; empty if it did not.
+  void Keep(TextView secret, TextView pair);
+  void Keep(Secret secret);
+  void Sort();
 
-  std::vector<Text> values_;
+  std::vector<Secret> secrets_;
 };
+
+// What a box says, whose secrets nobody has seen in a call: without those that go by a name in it, and without those of
+// the shared properties.
+Text WithoutSecrets(TextView text);
 
 }  // namespace tavio::companion

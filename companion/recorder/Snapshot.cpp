@@ -2,6 +2,7 @@
 
 #include <Vexo.h>
 
+#include "foundation/values/Error.h"
 #include "foundation/values/InvokeByName.h"
 
 namespace tavio::companion {
@@ -88,7 +89,11 @@ const Snapshot* Snapshot::Find(TextView key) const noexcept {
 Text Snapshot::ToText() const {
   Text text;
   const bool array = (value.Type() & VT_ARRAY) != 0;
-  if (kind == Kind::kValue && !array) value.AppendTo(text);
+  try {
+    if (kind == Kind::kValue && !array) value.AppendTo(text);
+  } catch (const Error&) {
+    // It is no text.
+  }
   return text;
 }
 

@@ -16,15 +16,32 @@ bool IsConsole(HANDLE stream) {
   return GetConsoleMode(stream, &mode) != 0;
 }
 
-void Write(DWORD which, TextView text) {
-  const HANDLE stream = GetStdHandle(which);
-  DWORD written = 0;
-  if (IsConsole(stream)) {
-    WriteConsoleW(stream, text.data(), static_cast<DWORD>(text.size()), &written, nullptr);
-    return;
+// Writes all of `rest` in pieces: older consoles refuse many characters at once. Answers whether it could.
+constexpr std::size_t kPiece = 8192;
+
+template <class View, class WritePiece>
+bool WriteAll(View rest, WritePiece&& writePiece) {
+  while (!rest.empty()) {
+    DWORD written = 0;
+    const auto piece = rest.substr(0, kPiece);
+    if (!writePiece(piece.data(), static_cast<DWORD>(piece.size()), &written) || written == 0) return false;
+    rest.remove_prefix(written);
   }
-  const auto bytes = ToUtf8(text);
-  ::WriteFile(stream, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+  return true;
+}
+
+bool WriteBytes(HANDLE stream, std::string_view bytes) {
+  return WriteAll(bytes, [&](const char* data, DWORD size, DWORD* written) {
+    return ::WriteFile(stream, data, size, written, nullptr) != 0;
+  });
+}
+
+bool Write(DWORD which, TextView text) {
+  const HANDLE stream = GetStdHandle(which);
+  if (!IsConsole(stream)) return WriteBytes(stream, ToUtf8(text));
+  return WriteAll(text, [&](const wchar_t* data, DWORD size, DWORD* written) {
+    return WriteConsoleW(stream, data, size, written, nullptr) != 0;
+  });
 }
 
 // In the system's words, without the line end behind them.
@@ -37,17 +54,25 @@ Text WordsFor(DWORD failure) {
   return Text(text.substr(0, text.find_last_not_of(L"\r\n .。") + 1));
 }
 
+[[noreturn]] void Raise(const Text& what) {
+  const DWORD failure = GetLastError();
+  throw Error(HRESULT_FROM_WIN32(failure), L"tavio", what + L": " + WordsFor(failure));
+}
+
 FileHandle Open(const Text& path, DWORD access, DWORD how) {
   FileHandle file(CreateFileW(path.c_str(), access, FILE_SHARE_READ, nullptr, how, FILE_ATTRIBUTE_NORMAL, nullptr));
-  if (file) return file;
-  const DWORD failure = GetLastError();
-  throw Error(HRESULT_FROM_WIN32(failure), L"tavio", path + L": " + WordsFor(failure));
+  if (!file) Raise(path);
+  return file;
 }
 
 }  // namespace
 
-void Print(TextView text) { Write(STD_OUTPUT_HANDLE, text); }
+void Print(TextView text) {
+  if (!Write(STD_OUTPUT_HANDLE, text)) Raise(L"output");
+}
+
 void PrintError(TextView text) { Write(STD_ERROR_HANDLE, text); }
+
 bool HasErrorConsole() { return IsConsole(GetStdHandle(STD_ERROR_HANDLE)); }
 
 Text ReadLine() {
@@ -68,19 +93,18 @@ Text ReadLine() {
 
 void WriteFile(const Text& path, TextView text) {
   const auto file = Open(path, GENERIC_WRITE, CREATE_ALWAYS);
-  const auto bytes = ToUtf8(text);
-  DWORD written = 0;
-  CheckWindows(::WriteFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) != 0 &&
-               written == bytes.size());
+  if (!WriteBytes(file.Get(), ToUtf8(text))) Raise(path);
 }
 
 std::string ReadFile(const Text& path) {
   const auto file = Open(path, GENERIC_READ, OPEN_EXISTING);
-  std::string bytes(GetFileSize(file.Get(), nullptr), '\0');
-  DWORD read = 0;
-  CheckWindows(::ReadFile(file.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &read, nullptr) != 0);
-  bytes.resize(read);
-  return bytes;
+  std::string bytes;
+  char piece[kPiece];
+  for (DWORD read = 0;; bytes.append(piece, read)) {
+    const bool done = ::ReadFile(file.Get(), piece, sizeof piece, &read, nullptr) != 0;
+    if (!done && GetLastError() != ERROR_BROKEN_PIPE) Raise(path);
+    if (!done || read == 0) return bytes;
+  }
 }
 
 }  // namespace tavio::console

@@ -6,7 +6,8 @@
 
 namespace tavio::console {
 
-// Texts to the standard streams: Unicode to a console, UTF-8 to files and pipes.
+// Texts to the standard streams: Unicode to a console, UTF-8 to files and pipes. Raises Error if the output takes no
+// more; the error stream has nobody to tell.
 void Print(TextView text);
 void PrintError(TextView text);
 // Whether somebody watches the error stream.

@@ -23,7 +23,14 @@ Json Tables(const Dictionary& description) {
 
 void Describe(const Run& run) {
   const Dictionary description(Data().Call(L"Describe"));
-  console::PrintError(TextAt(description, L"FDatabase"_key) + L"\n");
+  const Text database = TextAt(description, L"FDatabase"_key);
+  if (run.json) {
+    const Json json = {{"FDatabase", ToUtf8(database)},
+                       {"FVersion", FieldOf(*description.Get(L"FVersion"_key))},
+                       {"Tables", Tables(description)}};
+    return console::Print(companion::ToText(json) + L"\n");
+  }
+  console::PrintError(database + L"\n");
   PrintRecords(Tables(description), run);
 }
 
@@ -37,6 +44,7 @@ void Reset(bool withoutAsking, Run& run) {
     run.exitCode = kFindings;
     return;
   }
+  const Progress progress(L"reset");
   data.Call(L"Reset", name);
 }
 
@@ -47,7 +55,11 @@ void AddDataVerbs(CLI::App& app, Run& run) {
   data->require_subcommand(1);
   data->add_subcommand("describe", "Name the database and count its rows")->callback([&run] { Describe(run); });
   data->add_subcommand("export", "Print all data as JSON, passwords of mail settings included")->callback([] {
-    console::Print(Data().Call(L"Export").ToText() + L"\n");
+    const auto exported = [] {
+      const Progress progress(L"export");
+      return Data().Call(L"Export").ToText();
+    }();
+    console::Print(exported + L"\n");
   });
   const auto file = std::make_shared<std::string>();
   auto* importing = data->add_subcommand("import", "Replace the tables that a file names");

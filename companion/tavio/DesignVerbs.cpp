@@ -35,7 +35,8 @@ void ShowFindings(const CheckArguments& given, Run& run) {
   for (const auto& name : given.known) checker.Call(L"Known", FromUtf8(name));
   if (!given.against.empty()) {
     const auto older = console::ReadFile(FromUtf8(given.against));
-    About(given.against, [&] { return checker.Call(L"Against", FromUtf8(older)); });
+    About(given.against, [&] { return companion::ReadExport(older, given.type); });
+    checker.Call(L"Against", FromUtf8(older));
   }
   const auto findings = [&] {
     const Progress progress(L"check");
@@ -72,7 +73,13 @@ void AddDesignVerbs(CLI::App& app, Run& run) {
   const auto dryRun = std::make_shared<bool>(false);
   auto* exporting = app.add_subcommand("export", "Print template, fields, actions and messages of a bill type as JSON");
   exporting->add_option("TYPE", *type, "Class type ID of the bill")->required();
-  exporting->callback([type] { console::Print(companion::ToFile(companion::ExportOf(*type))); });
+  exporting->callback([type] {
+    const auto exported = [&] {
+      const Progress progress(L"export");
+      return companion::ExportOf(*type);
+    }();
+    console::Print(companion::ToFile(exported));
+  });
 
   auto* importing = app.add_subcommand("import", "Take over the actions and messages of an export");
   importing->add_option("TYPE", *type, "Class type ID of the bill")->required();

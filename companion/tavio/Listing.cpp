@@ -8,15 +8,7 @@
 namespace tavio {
 namespace {
 
-// On one line, whatever is in it.
-Text CellOf(const Json& field) {
-  if (field.is_null()) return {};
-  Text cell = companion::ToText(field);
-  for (auto& unit : cell) {
-    if (unit < L' ') unit = L' ';
-  }
-  return cell;
-}
+Text CellOf(const Json& field) { return field.is_null() ? Text() : companion::ToText(field); }
 
 }  // namespace
 

@@ -56,7 +56,8 @@ Json Scenarios() {
 
 const CLI::Range kCounts(0, std::numeric_limits<std::int32_t>::max(), "from 0");
 
-struct Box {
+// Which messages.
+struct Wanted {
   std::int32_t user = 0;  // 0: whoever works here
   bool all = false;
   std::int32_t last = 20;
@@ -67,7 +68,8 @@ void CutTo(Json& records, std::int32_t last) {
   if (last > 0 && excess > 0) records.erase(records.begin(), records.begin() + excess);
 }
 
-Json Inbox(const Box& box) {
+Json Inbox(const Wanted& box) {
+  const Progress progress(L"inbox");
   const auto user = box.user ? box.user : PropertyTable::ParseProps(GetPropsString()).GetCurrentUserID();
   const Text whose = box.all ? Text() : L" WHERE i.FRecipientID = " + std::to_wstring(user);
   auto records = Query({{"FID", L"i.FID"},
@@ -85,7 +87,8 @@ Json Inbox(const Box& box) {
   return records;
 }
 
-Json Outbox(const Box& box) {
+Json Outbox(const Wanted& box) {
+  const Progress progress(L"outbox");
   auto records = Query({{"FKind", L"'mail'"},
                         {"FTime", L"FTime"},
                         {"FRecipients", L"FRecipients"},
@@ -116,7 +119,7 @@ void AddListingVerbs(CLI::App& app, Run& run) {
 
   app.add_subcommand("scenarios", "List the business scenarios")->callback([&run] { PrintRecords(Scenarios(), run); });
 
-  const auto box = std::make_shared<Box>();
+  const auto box = std::make_shared<Wanted>();
   auto* inbox = app.add_subcommand("inbox", "List your system messages (development platform)");
   inbox->add_option("--user", box->user, "Those of another recipient");
   inbox->add_flag("--all", box->all, "Those of all recipients");

@@ -49,7 +49,7 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Run& run) try
 } catch (const CLI::ParseError& error) {
   return CouldNot(FromUtf8(error.what()));
 } catch (...) {
-  return CouldNot(Translate().Description());
+  return CouldNot(Describe(Translate()));
 }
 
 int Main(int count, wchar_t** arguments) try {
@@ -67,7 +67,7 @@ int Main(int count, wchar_t** arguments) try {
   AddTraceVerb(app, run);
   return Parse(app, Utf8Arguments(count, arguments), run);
 } catch (...) {
-  return CouldNot(Translate().Description());
+  return CouldNot(Describe(Translate()));
 }
 
 }  // namespace

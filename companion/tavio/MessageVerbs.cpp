@@ -74,6 +74,7 @@ bool IsConfirmed() {
 }
 
 bool Send(const Component& message, const Way& way) {
+  const Progress progress(L"send");
   const bool mail = TextView(way.member) == L"SendEmail";
   return (mail ? message.Call(way.member, Value(ComPtr<IDispatch>())) : message.Call(way.member)).ToBool();
 }

@@ -138,6 +138,12 @@ Text Decoded(const std::string& bytes) {
   return utf8 ? FromUtf8(content) : FromCodePage(CP_ACP, content);
 }
 
+Text FullPath(const Text& file) {
+  Text path(GetFullPathNameW(file.c_str(), 0, nullptr, nullptr), L'\0');
+  path.resize(GetFullPathNameW(file.c_str(), static_cast<DWORD>(path.size()), path.data(), nullptr));
+  return path;
+}
+
 ComPtr<IActiveScript> EngineFor(const Text& file) {
   const Text ending = ToUpper(file.substr(std::min(file.size(), file.rfind(L'.'))));
   if (ending != L".VBS" && ending != L".JS") throw companion::Refused(file + L": a script ends in .vbs or .js");
@@ -153,7 +159,7 @@ ComPtr<IActiveScript> EngineFor(const Text& file) {
 int RunScript(const Text& file, const std::vector<Text>& arguments) {
   const auto engine = EngineFor(file);
   const Text source = Decoded(console::ReadFile(file));
-  const auto root = Make<ScriptObject>(file, arguments);
+  const auto root = Make<ScriptObject>(FullPath(file), arguments);
   const auto site = Make<Site>(file, root);
   ComPtr<IActiveScriptParse> parser;
   Check(engine->QueryInterface(kParse, reinterpret_cast<void**>(parser.GetAddressOf())));

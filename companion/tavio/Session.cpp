@@ -7,6 +7,7 @@
 
 #include "companion/tavio/Session.h"
 
+#include "companion/recorder/Secrets.h"
 #include "companion/tavio/Console.h"
 #include "foundation/values/Error.h"
 #include "foundation/values/OwnModule.h"
@@ -57,7 +58,8 @@ void Session::TellBoxes() const {
   const auto count = shown.Count();
   for (std::int32_t i = 1; i <= count; ++i) {
     const auto box = shown.Record(i);
-    console::PrintError(L"[" + box.Get(L"FTitle"_key)->ToText() + L"] " + box.Get(L"FText"_key)->ToText() + L"\n");
+    const Text text = companion::WithoutSecrets(box.Get(L"FText"_key)->ToText());
+    console::PrintError(L"[" + box.Get(L"FTitle"_key)->ToText() + L"] " + text + L"\n");
   }
   boxes_.Call(L"Stop");
 }

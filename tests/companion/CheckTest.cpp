@@ -63,12 +63,15 @@ const FindingRow kRows[] = {
     {"nobody", [](Subject& s) { MessageOf(s).recipients.clear(); }, "no recipient|Save 1|||加入接收人"},
     {"never", [](Subject& s) { MessageOf(s).mask = 8; },
      "never fires|Save 8|FEnvironment|3|与操作的业务场景没有交集,请改变"},
-    {"hidden by a greater mask",
+    {"hidden by a greater mask but for a scenario that is not the action's",
      [](Subject& s) {
+       s.scenarios.push_back(16);
+       s.actions[0].mask = 8;
        s.actions[0].messages.push_back(MessageOf(s));
-       s.actions[0].messages.back().mask = 3;
+       s.actions[0].messages[0].mask = 24;
+       s.actions[0].messages[1].mask = 40;
      },
-     "hidden|Save 1|FEnvironment|3|在每个业务场景中都被掩码更大的消息代替"},
+     "hidden|Save 24|FEnvironment|40|在每个业务场景中都被掩码更大的消息代替"},
     {"hidden in one scenario, sent in another",
      [](Subject& s) {
        s.actions[0].messages.push_back(MessageOf(s));
@@ -82,9 +85,9 @@ const FindingRow kRows[] = {
      "doubled code|Save 0|FCode|Save|改变其中一个操作代码"},
     {"doubled right",
      [](Subject& s) {
-       s.actions.push_back({L"Copy", 3, 2, {}});
+       s.actions.push_back({L"Copy", 3, 3, {}});
      },
-     "doubled right|Copy 0|FRightMask|2|权限与此操作相同: Save"},
+     "doubled right|Copy 0|FRightMask|2|权限与此操作重复: Save"},
 };
 
 TEST(CheckTest, FindsEachFaultAndNothingElse) {
@@ -95,6 +98,9 @@ TEST(CheckTest, FindsEachFaultAndNothingElse) {
     const std::string expected = *row.finding ? std::string(row.finding) + "\n" : "";
     EXPECT_EQ(Show(companion::Check(subject, users)), expected) << row.name;
   }
+  const WithoutUserColumn gone(L"FName");
+  companion::Users users;
+  EXPECT_EQ(Show(companion::Check(Sound(), users)), "recipients not checked| 0||t_User|读不到用户表 t_User\n");
 }
 
 TEST(CheckTest, ComparesWithAnOlderState) {
@@ -138,6 +144,10 @@ TEST(ExchangeTest, RefusesWhatIsNoExportOfTheBillTypeWithLineAndColumn) {
       {"another bill type", Replaced(File(), "\"classTypeId\": 1005", "\"classTypeId\": 77"),
        "106:3: 导出文件属于另一业务对象: 77"},
       {"another version", Replaced(File(), "\"version\": 1", "\"version\": 2"), "316:3: 导出文件的版本不同"},
+      {"too large a number", "{\n \"x\": 5000000000}", "2:16: 数据包中不能有这个值: 5000000000"},
+      {"a longer one", "[1,100000000000000000000]", "1:24: 数据包中不能有这个值: 1e+20"},
+      {"a mark without its value", "[\n{\"$i2\": \"x\"}]", "2:12: 数据包中不能有这个值: {\"$i2\":\"x\"}"},
+      {"deeply nested", std::string(30000, '['), "1:42: 嵌套过深"},
       {"a message that is a text", Replaced(File(), "\"Message\": {", "\"Message\": 5, \"x\": {"),
        "14:5: 不是导出文件"},
   };
@@ -149,6 +159,8 @@ TEST(ExchangeTest, RefusesWhatIsNoExportOfTheBillTypeWithLineAndColumn) {
 TEST(ExchangeTest, TakesOverWhatTheFileHasAndKeepsTheRest) {
   const auto before = File();
   const auto changed = Replaced(Replaced(before, "采购申请待审核", "请审核"), "\"FAccessoryForEmail\": true,", "");
+  const auto rights = Replaced(before, "\"FCode\": \"Close\"", "\"FCode\": \"Close\", \"FRightMask\": 5");
+  EXPECT_EQ(companion::ReadExport(rights, kType), companion::ReadExport(before, kType)) << "another database's";
   companion::Import import(kType, companion::ReadExport(changed, kType));
   EXPECT_EQ(import.Changes().dump(),
             R"([{"FOperation":"replace","FPath":"/MultiCheck/Messages/8/Message/FTitle","FValue":"请审核"}])");

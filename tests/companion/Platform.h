@@ -20,6 +20,19 @@ std::string RowsOf(const Text& sql);
 // Runs a statement that answers no rows.
 void Execute(const Text& sql);
 
+// A column of the table of users is gone for its time, so that whoever asks for it fails.
+class WithoutUserColumn {
+ public:
+  explicit WithoutUserColumn(Text column) : column_(std::move(column)) { Rename(column_, column_ + L"X"); }
+  ~WithoutUserColumn() { Rename(column_ + L"X", column_); }
+
+ private:
+  static void Rename(const Text& from, const Text& to) {
+    Execute(L"alter table t_User rename column " + from + L" to " + to);
+  }
+  Text column_;
+};
+
 // A message object with template, bill 5001 and a new message package; a host's own.
 Component HostMessage();
 Dictionary PackageOf(const Component& message);

@@ -1,6 +1,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "companion/preview/Channels.h"
 #include "tests/companion/Platform.h"
 
 namespace tavio::test {
@@ -14,7 +15,7 @@ Dictionary ChannelOf(const Dictionary& result, const wchar_t* name) {
   return PackageAt(PackageAt(result, L"Channels"_key), Key(TextView(name)));
 }
 
-// A person's reason on a channel, with what it names; "" where he is not one of the channel's people.
+// A person's reason on a channel, with what it names; "" where they are not one of the channel's people.
 std::string ReasonOf(const Dictionary& channel, std::int32_t user) {
   const Vector people(*channel.Get(L"People"_key));
   for (std::int32_t i = 1; i <= people.Count(); ++i) {
@@ -40,8 +41,8 @@ class Staff {
     Employ(7001, L"na@example.com", L"3800000002", 0, 1);        // within 李娜's
     Employ(7002, L"COM;wangfang@example.com", L"02,138", 0, 1);  // across two entries
     Employ(7003, L"", L"", 0, 1);
-    Employ(7004, L"same@example.com", L"13800000002", 0, 1);  // the very number of 李娜
-    Employ(7005, L"quiet@example.com", L"13900007005", 0, 0);
+    Employ(7004, L"same@example.com", L"13800000002", 0, 1);   // the very number of 李娜
+    Employ(7005, L"quiet@example.com", L"13900007005", 2, 0);  // a flag that forbids nothing
   }
   ~Staff() {
     for (const auto* table : {L"t_User where FUserID", L"t_Emp where FItemID", L"t_UserNeedSend where FUserID"}) {
@@ -200,29 +201,42 @@ struct FailureRow {
   void (*spoil)(const Component& message);
   const wchar_t* channel;
   const char* problem;
+  const char* reason;  // of 16395
 };
 
 const FailureRow kFailureRows[] = {
-    {"no list", [](const Component& m) { PackageOf(m).Remove(L"SMSUsers"_key); }, L"short", "消息中没有接收人名单"},
+    {"no list", [](const Component& m) { PackageOf(m).Remove(L"SMSUsers"_key); }, L"short", "消息中没有接收人名单", ""},
     {"a bad key",
      [](const Component& m) {
-       PackageOf(m).Set(L"EmailUsers"_key, Record({{L"x1", 0}}));
+       PackageOf(m).Set(L"EmailUsers"_key, Record({{L"x1", 0}, {L"16395", 0}}));
      },
-     L"mail", "名单中的键不是用户编号: x1"},
+     L"mail", "名单中的键不是用户编号: x1", "failed"},
+    {"a bad key of a notice",
+     [](const Component& m) {
+       PackageOf(m).Set(L"MessageUsers"_key, Record({{L"x1", 0}, {L"16395", 0}}));
+     },
+     L"approval", "名单中的键不是用户编号: x1", "failed"},
+    {"one user in two entries",
+     [](const Component& m) {
+       PackageOf(m).Set(L"EmailUsers"_key, Record({{L"16395", 0}, {L"x", Record({{L"FUserID", 16395}})}}));
+     },
+     L"mail", "", "gets it"},
+    {"no flag", [](const Component& m) { PackageOf(m).Set(L"FAccessoryForEmail"_key, Value(L"x")); }, L"mail",
+     "操作失败,但没有提示", "failed"},
     {"a bad key of a system message",
      [](const Component& m) {
        PackageOf(m).Set(L"MessageUsers"_key, Record({{L"x1", 0}}));
      },
-     L"system", "TavioClassBillAction.Message : SendMessage\r\n类型不匹配"},
+     L"system", "TavioClassBillAction.Message : SendMessage\r\n类型不匹配", ""},
     {"one more than can be counted",
      [](const Component& m) {
        const auto many = Dictionary::New();
        for (std::int32_t user = 1; user <= 32769; ++user) many.Set(Key(user), Dictionary::New());
        PackageOf(m).Set(L"MessageUsers"_key, many);
      },
-     L"system", "接收人超过32767个: TavioClassBillAction.Message : SendMessage\r\n溢出"},
+     L"system", "接收人超过32767个: TavioClassBillAction.Message : SendMessage\r\n溢出", "failed"},
     {"nobody left", [](const Component& m) { PackageOf(m).Set(L"EmailUsers"_key, Users({16398})); }, L"mail",
-     "没有可发送的地址或号码"},
+     "没有可发送的地址或号码", ""},
 };
 
 TEST(PreviewTest, NamesTheFailureOfAWholeChannel) {
@@ -231,7 +245,63 @@ TEST(PreviewTest, NamesTheFailureOfAWholeChannel) {
     row.spoil(message);
     const auto preview = Preview();
     const Dictionary result(preview.Call(L"OfMessage", Value(message.Object())));
-    EXPECT_EQ(Utf8(ChannelOf(result, row.channel).Get(L"FProblem"_key)->ToText()), row.problem) << row.name;
+    const auto channel = ChannelOf(result, row.channel);
+    EXPECT_EQ(Utf8(channel.Get(L"FProblem"_key)->ToText()), row.problem) << row.name;
+    EXPECT_EQ(ReasonOf(channel, 16395), row.reason) << row.name;
+  }
+}
+
+TEST(PreviewTest, TellsWhatTheTableOfUsersCannotTell) {
+  const auto message = HostMessage(), preview = Preview();
+  const Dictionary bill(Component::Create(L"TavioMClass.ClassInfo")
+                            .Call(L"GetBillData", Props(), std::int32_t{1005}, std::int32_t{5001}));
+  PackageAt(bill, L"Page1"_key).Set(L"FManager"_key, Record({{L"FEmpID", 2}}));
+  message.Assign(L"Data", bill.AsValue());
+  preview.Assign(L"Bill", bill.AsValue());
+  PackageOf(message).Set(L"MessageUsers"_key, Users({16395}));
+  const auto channel = [&](const wchar_t* column, const wchar_t* name) {
+    const WithoutUserColumn gone(column);
+    return ChannelOf(Dictionary(preview.Call(L"OfMessage", Value(message.Object()))), name);
+  };
+  const auto notice = channel(L"FName", L"approval");
+  EXPECT_EQ(Show(*notice.Get(L"FProblem"_key)), "\"读不到用户表 t_User\"");
+  EXPECT_EQ(ReasonOf(notice, 16395), "unread");
+  EXPECT_EQ(ReasonOf(channel(L"FForbidden", L"system"), 16395), "failed") << "the employee of a bill field";
+}
+
+struct AnswerRow {
+  const char* name;
+  Vector answer;
+  const wchar_t* box;  // of the operation that then failed; null if it was silent
+  const char* problem;
+  companion::Reason reason;  // of 16395
+};
+
+TEST(PreviewTest, TakesNobodysAnswerForAPersons) {
+  using companion::Reason, companion::Snapshot;
+  const auto nameless = Record({{L"Email", L"a@x"}}), other = Record({{L"FUserID", 16396}});
+  const AnswerRow rows[] = {
+      {"another's", List({other}), L"Pwd is geheim-17", "Pwd is ***", Reason::kUnanswered},
+      {"in order", List({nameless, Record({{L"Email", L"b@x"}})}), L"x", "x", Reason::kFailed},
+      {"too few", List({nameless}), nullptr, "平台的答复没有 FUserID,不知道是谁的", Reason::kUnanswered},
+      {"raises", {}, nullptr, "TavioMSmsManager.clsBillUseInfo.GetUserInfo: ", Reason::kFailed},
+  };
+  const auto list = Users({16395, 16396}), package = Record({{L"EmailUsers", list}});
+  for (const auto& row : rows) {
+    std::deque<companion::Call> calls(1);
+    calls[0].progId = L"TavioMSmsManager.clsBillUseInfo";
+    calls[0].member = L"GetUserInfo";
+    for (const auto& argument : {Value(L"Password=geheim-17;"), Value(L"U"), list.AsValue()}) {
+      calls[0].arguments.push_back(Snapshot::Of(argument.Raw(), 100));
+    }
+    if (row.answer) calls[0].answer = Snapshot::Of(row.answer.AsValue().Raw(), 100);
+    calls[0].result = row.answer ? S_OK : E_FAIL;
+    companion::Users users;
+    companion::Sending sending{false, {&calls[0]}, {}};
+    if (row.box) sending.boxes.emplace_back(row.box);
+    const auto channel = companion::MailOf(sending, {package, companion::Secrets(calls), users, {}, {}});
+    EXPECT_EQ(Utf8(channel.problem), row.problem) << row.name;
+    EXPECT_EQ(channel.people.at(0).reason, row.reason) << row.name;
   }
 }
 
@@ -274,15 +344,17 @@ TEST(PreviewTest, ShowsWhatTheMailServerWouldGet) {
             "HTMLBody: \"\", Send: \"mail.example.com\"}");
 }
 
-// A process can have a manifest that is asked before any class object: the preview would send in earnest.
-TEST(PreviewTest, RefusesIfAManifestAnswersForAComponent) {
+// A process can have a manifest that is asked before any class object: the preview would send in earnest, or be told
+// nothing of whom the library asks about.
+void ExpectRefusal(const std::string& progId, const std::string& number) {
   wchar_t server[MAX_PATH];
   GetModuleFileNameW(GetModuleHandleW(L"DevPlatform.dll"), server, MAX_PATH);
   const auto manifest = std::filesystem::path(server).parent_path() / L"CompanionTest.manifest";
   std::ofstream(manifest) << "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">"
-                             "<file name=\"DevPlatform.dll\"><comClass progid=\"TavioAppCommand.Command\" "
-                             "clsid=\"{d2a7b4c1-53e8-4f06-9b1d-842e6c705a07}\" threadingModel=\"Apartment\"/></file>"
-                             "</assembly>";
+                             "<file name=\"DevPlatform.dll\"><comClass progid=\"" +
+                                 progId + "\" clsid=\"{d2a7b4c1-53e8-4f06-9b1d-842e6c705a" + number +
+                                 "}\" threadingModel=\"Apartment\"/></file>"
+                                 "</assembly>";
   ACTCTXW wanted = {};
   wanted.cbSize = sizeof wanted;
   wanted.lpSource = manifest.c_str();
@@ -292,13 +364,18 @@ TEST(PreviewTest, RefusesIfAManifestAnswersForAComponent) {
   const auto before = Stored();
   const auto message = ReasonsMessage();
   EXPECT_EQ(Raised([&] { Preview().Call(L"OfMessage", Value(message.Object())); }),
-            "预览已拒绝:记录器无法拦截组件 TavioAppCommand.Command");
+            "预览已拒绝:记录器无法拦截组件 " + progId);
   EXPECT_TRUE(message.Read(L"MustSelectMsgUser").ToBool());
   DeactivateActCtx(0, cookie);
   ReleaseActCtx(context);
   std::filesystem::remove(manifest);
   EXPECT_EQ(Stored(), before);
   EXPECT_EQ(Raised([&] { Preview().Call(L"OfMessage", Value(message.Object())); }), "");
+}
+
+TEST(PreviewTest, RefusesIfAManifestAnswersForAComponent) {
+  ExpectRefusal("TavioAppCommand.Command", "07");
+  ExpectRefusal("TavioMSmsManager.clsBillUseInfo", "09");
 }
 
 TEST(PreviewTest, WritesAPageInWhichEveryValueIsText) {
