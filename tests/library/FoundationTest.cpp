@@ -249,7 +249,8 @@ class ContainerKinds : public LibraryTest, public ::testing::WithParamInterface<
   Vector NewList() const { return Vector(GetParam().newVector()); }
 };
 
-INSTANTIATE_TEST_SUITE_P(, ContainerKinds, ::testing::ValuesIn(kContainerKinds), [](const auto& i) { return i.param.name; });
+INSTANTIATE_TEST_SUITE_P(, ContainerKinds, ::testing::ValuesIn(kContainerKinds),
+                         [](const auto& i) { return i.param.name; });
 
 TEST_P(ContainerKinds, RecordKeepsOrderAndPlace) {
   const auto record = NewRecord();
