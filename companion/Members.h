@@ -4,7 +4,7 @@
 
 #include "com/server/ComClass.h"
 #include "com/server/ErrorInformation.h"
-#include "foundation/environment/ShowMessage.h"
+#include "companion/Words.h"
 #include "foundation/packages/Vector.h"
 #include "foundation/values/Error.h"
 
@@ -29,7 +29,7 @@ class Class : public com::ComClass<Dual> {
     return S_OK;
   } catch (...) {
     const Error error = Translate();
-    return com::Raise(__uuidof(Dual), error.Number(), error.Source(), Describe(error));
+    return com::Raise(__uuidof(Dual), error.Number(), error.Source(), WordsOf(error));
   }
   template <class Target, class Body>
   HRESULT Give(Target* target, Body&& body) noexcept {

@@ -1,5 +1,6 @@
 #include "companion/Words.h"
 
+#include "foundation/environment/ResText.h"
 #include "foundation/environment/SharedProperties.h"
 
 namespace tavio::companion {
@@ -10,5 +11,10 @@ bool SpeaksEnglish() {
 }
 
 Text Say(const Word& word) { return SpeaksEnglish() ? word.english : word.chinese; }
+
+Text WordsOf(const Error& error) {
+  const Text localised = LoadResText(error.SystemText());
+  return localised.empty() ? error.Description() : error.Description(localised);
+}
 
 }  // namespace tavio::companion

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "foundation/values/Text.h"
+#include "foundation/values/Error.h"
 
 namespace tavio::companion {
 
@@ -12,6 +12,9 @@ struct Word {
 
 // In the client's language, which is read once per process: English if it is an English one, else Chinese.
 Text Say(const Word& word);
+
+// What the user reads of a failure: localised, or, without the platform's texts, in the system's own words.
+Text WordsOf(const Error& error);
 bool SpeaksEnglish();
 
 namespace words {

@@ -4,9 +4,9 @@
 
 #include <algorithm>
 
+#include "companion/Words.h"
 #include "companion/tavio/Console.h"
 #include "companion/tavio/Verbs.h"
-#include "foundation/environment/ShowMessage.h"
 #include "foundation/values/CodePage.h"
 
 namespace tavio {
@@ -49,7 +49,7 @@ int Parse(CLI::App& app, std::vector<std::string> arguments, const Run& run) try
 } catch (const CLI::ParseError& error) {
   return CouldNot(FromUtf8(error.what()));
 } catch (...) {
-  return CouldNot(Describe(Translate()));
+  return CouldNot(companion::WordsOf(Translate()));
 }
 
 int Main(int count, wchar_t** arguments) try {
@@ -67,7 +67,7 @@ int Main(int count, wchar_t** arguments) try {
   AddTraceVerb(app, run);
   return Parse(app, Utf8Arguments(count, arguments), run);
 } catch (...) {
-  return CouldNot(Describe(Translate()));
+  return CouldNot(companion::WordsOf(Translate()));
 }
 
 }  // namespace
