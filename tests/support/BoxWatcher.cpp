@@ -43,7 +43,9 @@ BoxWatcher::BoxWatcher() : outer_(std::exchange(watcher, this)) {
 
 BoxWatcher::~BoxWatcher() { watcher = outer_; }
 
-int WINAPI BoxWatcher::OnBox(HWND, LPCWSTR text, LPCWSTR title, UINT style) {
+int WINAPI BoxWatcher::OnBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style) {
+  EXPECT_EQ(owner, GetActiveWindow());
+  EXPECT_EQ((style & MB_TASKMODAL) != 0, !owner);
   const int answer = watcher->answer_;
   auto& shown = watcher->shown_;
   shown.push_back({text, title, style & (MB_TYPEMASK | MB_ICONMASK | MB_DEFMASK)});

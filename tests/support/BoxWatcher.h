@@ -63,8 +63,6 @@ class BoxWatcher {
   void AnswerWith(int button) noexcept { answer_ = button; }
   // The boxes shown since the last call.
   Boxes Take() { return std::exchange(shown_, {}); }
-  // From here on boxes are windows, which the test answers.
-  void ShowWindows() { hooks_.clear(); }
 
  private:
   static int WINAPI OnBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style);
