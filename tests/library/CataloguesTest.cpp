@@ -1,14 +1,10 @@
 #include "catalogues/BillEnvironments.h"
 #include "catalogues/PredefineActions.h"
 #include "foundation/values/Error.h"
-#include "tests/support/LibraryTest.h"
+#include "tests/support/Platform.h"
 
 namespace tavio::test {
 namespace {
-
-Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType = 1) {
-  return Record({{L"FMask", mask}, {L"FID", id}, {L"FBillType", billType}});
-}
 
 Dictionary RecordAt(const Vector& list, std::int32_t position) { return list.Record(position); }
 Dictionary RecordAt(const Dictionary& set, std::int32_t position) { return Dictionary(set.At(position).Stored()); }
