@@ -225,20 +225,6 @@ TEST_P(ContainerKinds, AbsentFieldsAreEmptyOrTheFallback) {
   EXPECT_EQ(record.Count(), 2);
 }
 
-TEST_P(ContainerKinds, CopiesAreOneLevelDeep) {
-  const auto record = NewRecord();
-  record.Set(L"FName"_key, Value(L"a"));
-  record.Set(L"Users"_key, Record({{L"1", 1}}));
-  for (const auto& copy : {record.Clone(), record.CloneAll()}) {
-    EXPECT_EQ(Show(copy), Show(record));
-    copy.Set(L"FName"_key, Value(L"b"));
-    copy.Remove(L"absent"_key);
-    PackageAt(copy, L"Users"_key).Set(L"2"_key, Value(copy.Count()));
-    copy.Remove(L"Users"_key);
-  }
-  EXPECT_EQ(Show(record), R"({FName: "a", Users: {1: 1, 2: 2}})");
-}
-
 TEST_P(ContainerKinds, ListCountsFromOne) {
   const auto list = NewList();
   const auto record = Record({{L"x", 1}});
