@@ -215,7 +215,8 @@ void Bind() {
     object.Assign(L"ClassTypeEntry", List({}).AsValue());
   }
   const Component message(objects.back());
-  message.Assign(L"Data", Bill().AsValue());
+  for (const auto* property : {L"Data", L"GroupInfo", L"SelectedUser"}) message.Assign(property, Bill().AsValue());
+  message.Call(L"RefreshVariableValue", Bill());
   message.Call(L"SetMessage", Package().AsValue());
   message.Call(L"RefreshVariableList");
   --depth;
