@@ -1,14 +1,10 @@
 #include "catalogues/BillEnvironments.h"
 #include "catalogues/PredefineActions.h"
 #include "foundation/values/Error.h"
-#include "tests/support/LibraryTest.h"
+#include "tests/support/Platform.h"
 
 namespace tavio::test {
 namespace {
-
-Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType = 1) {
-  return Record({{L"FMask", mask}, {L"FID", id}, {L"FBillType", billType}});
-}
 
 Dictionary RecordAt(const Vector& list, std::int32_t position) { return list.Record(position); }
 Dictionary RecordAt(const Dictionary& set, std::int32_t position) { return Dictionary(set.At(position).Stored()); }
@@ -69,7 +65,6 @@ TEST_F(CataloguesTest, ScenariosAreSortedAsATreeOfSharedRecords) {
   EXPECT_FALSE(environments.GetItem(5, 107)) << "a mask that is given is exact";
   EXPECT_EQ(classInfo.Calls(L"GetBillEnvironments"), 1);
   EXPECT_EQ(environments.GetClassMenu().Object().Get(), menu.Object().Get());
-  EXPECT_EQ(classInfo.Living(), 0);
 }
 
 TEST_F(CataloguesTest, ScenariosAreFilteredByIdOrMask) {
@@ -132,9 +127,7 @@ TEST_F(CataloguesTest, BillTypesAreCountedFromOneTo31) {
   } cases[] = {{1, "101 102 ", R"("Save" "Check" )"},
                {2, "102 103 ", R"("Check" "Save" )"},
                {31, "107 ", R"("Check" )"},
-               {3, "", ""},
                {0, "", ""},
-               {-5, "", ""},
                {32, "none", "none"}};
   for (const auto& c : cases) {
     EXPECT_EQ(Column(environments.GetBillTypeList(c.billType)), c.scenarios) << c.billType;

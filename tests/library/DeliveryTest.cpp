@@ -39,9 +39,6 @@ class DeliveryTest : public LibraryTest {
     message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", Record({{L"FBillNo", L"CG001"}})}}));
     message.SetMessage(package);
   }
-  ~DeliveryTest() override {
-    for (const auto* fake : {&users, &mailGateway, &smsGateway}) EXPECT_EQ(*fake ? (*fake)->Living() : 0, 0);
-  }
 
   static Dictionary TwoUsers() {
     return Record({{L"1", Record({{L"FUserID", 1}})}, {L"2", Record({{L"FUserID", 2}})}});
@@ -161,8 +158,6 @@ class SmtpTest : public DeliveryTest {
       });
     }
   }
-  ~SmtpTest() override { EXPECT_EQ(jmail.Living(), 0); }
-
   std::optional<FakeComponent> client{std::in_place, L"TavioClientBase.UserProfile"};
   std::optional<FakeComponent> server{std::in_place, L"TavioServerBase.UserProfile"};
   FakeComponent jmail{L"Jmail.Message"};
@@ -269,7 +264,6 @@ TEST_F(ApprovalNoticeTest, GoesToThoseWhoMustBeTold) {
   EXPECT_EQ(queries, Strings{"SELECT  b.FMobilePhone FROM t_User a  LEFT OUTER JOIN t_Emp b ON b.FItemID = a.FEmpID "
                              "Where a.FUserID in (1) AND a.FForbidden <> 1"});
   EXPECT_EQ(requests, Strings{ShortMessage("13800000001")});
-  EXPECT_EQ(classInfo.Living() + rows->Living(), 0);
 }
 
 TEST_F(ApprovalNoticeTest, EndsSilentlyWhereNobodyIsToBeTold) {

@@ -410,17 +410,5 @@ TEST_F(ServerTest, ContainersDescribeTheirOwnFailuresOnly) {
   }
 }
 
-TEST_F(ServerTest, ObjectLetGoWhileItWorksEndsWhenItIsDone) {
-  FakeComponent classInfo(L"TavioMClass.ClassInfo");
-  auto* scenarios = Make<_BillEnvironments>(__uuidof(::BillEnvironments)).Detach();
-  classInfo.On(L"GetBillEnvironments", [&] {
-    EXPECT_NE(scenarios->Release(), 0u);
-    return List({Record({{L"FMask", 1}})});
-  });
-  ComPtr<IDispatch> set;
-  EXPECT_EQ(scenarios->GetList(0, 0, &set), S_OK);
-  EXPECT_EQ(Show(Dictionary(set)), "{1: {FMask: 1, Parent: 0, Level: 0}}");
-}
-
 }  // namespace
 }  // namespace tavio::test

@@ -3,6 +3,7 @@
 #include <cstdio>
 
 #include "foundation/environment/ProcessState.h"
+#include "foundation/values/OwnModule.h"
 #include "tests/support/LeakCheck.h"
 
 namespace tavio::test {
@@ -54,6 +55,20 @@ FakeRecords::FakeRecords(Vector records) : records_(std::move(records)) {
     return field_.New();
   });
   field_.On(L"Value", [this] { return current_.Copy(); });
+}
+
+std::vector<std::filesystem::path> MessageFiles() {
+  std::vector<std::filesystem::path> files;
+  for (const auto& entry : std::filesystem::directory_iterator(std::filesystem::path(GetAppFolder()))) {
+    if (entry.path().extension() == L".tmp") files.push_back(entry.path());
+  }
+  return files;
+}
+
+std::size_t RemoveMessageFiles() {
+  std::size_t removed = 0;
+  for (const auto& file : MessageFiles()) removed += std::filesystem::remove(file);
+  return removed;
 }
 
 LibraryTest::LibraryTest() { Process() = {}; }

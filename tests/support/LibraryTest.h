@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
 #include <optional>
 #include <vector>
 
@@ -70,6 +71,10 @@ std::string Outcome(Body&& body) try {
 } catch (const Error& error) {
   return Utf8(error.Description());
 }
+
+// The files of messages that lie beside the program, and how many of them there were to remove.
+std::vector<std::filesystem::path> MessageFiles();
+std::size_t RemoveMessageFiles();
 
 // A test of the library with what every operation touches: texts, log, shared properties (reset one to take it away)
 // and message boxes. When it ends, every box must have been taken.

@@ -121,8 +121,8 @@ Dictionary Action(const wchar_t* name, const wchar_t* code, std::int32_t rightMa
                              {L"Messages", Named(L"messages", Record({{L"1", scenario}}))}}));
 }
 
-Dictionary Scenario(std::int32_t mask, std::int32_t id) {
-  return Named(L"scenario", Record({{L"FMask", mask}, {L"FID", id}, {L"FBillType", 1}}));
+Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType) {
+  return Named(L"scenario", Record({{L"FMask", mask}, {L"FID", id}, {L"FBillType", billType}}));
 }
 
 Dictionary Users(const wchar_t* name, std::initializer_list<std::int32_t> ids) {

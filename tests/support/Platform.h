@@ -50,7 +50,7 @@ class Platform {
 
 // An action of the business object 7, a scenario, and users {"1": {FUserID: 1, FName: ...}, ...}, as a host has them.
 Dictionary Action(const wchar_t* name, const wchar_t* code, std::int32_t rightMask);
-Dictionary Scenario(std::int32_t mask, std::int32_t id);
+Dictionary Scenario(std::int32_t mask, std::int32_t id, std::int32_t billType = 1);
 Dictionary Users(const wchar_t* name, std::initializer_list<std::int32_t> ids);
 
 }  // namespace tavio::test

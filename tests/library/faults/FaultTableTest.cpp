@@ -4,8 +4,6 @@
 #include "com/server/Dispatch.h"
 #include "com/server/ModuleUse.h"
 #include "foundation/environment/ProcessState.h"
-#include "foundation/values/OwnModule.h"
-#include "foundation/values/SystemHandle.h"
 #include "tests/library/faults/FaultRules.h"
 #include "tests/library/faults/Hosts.h"
 #include "tests/support/ImportHook.h"
@@ -159,17 +157,6 @@ std::ostream& operator<<(std::ostream& out, const Left& outcome) {
   for (const auto& box : outcome.boxes) out << box << "\n";
   return out << "result " << outcome.result << ", " << outcome.files << " files, packages\n"
              << outcome.state << ::testing::PrintToString(outcome.log) << "\n";
-}
-
-std::size_t RemoveMessageFiles() {
-  WIN32_FIND_DATAW found;
-  const Text folder = GetAppFolder();
-  const FindHandle search(FindFirstFileW((folder + L"temp*.tmp").c_str(), &found));
-  std::size_t files = 0;
-  for (bool more = static_cast<bool>(search); more; more = FindNextFileW(search.Get(), &found) != FALSE) {
-    files += DeleteFileW((folder + found.cFileName).c_str()) != FALSE;
-  }
-  return files;
 }
 
 // Told by what nobody survives.

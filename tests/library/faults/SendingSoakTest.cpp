@@ -18,14 +18,6 @@ namespace fs = std::filesystem;
 fs::path Folder() { return GetAppFolder(); }
 std::ptrdiff_t Files() { return std::distance(fs::directory_iterator(Folder()), {}); }
 
-long RemoveMessageFiles() {
-  long removed = 0;
-  for (const auto& entry : fs::directory_iterator(Folder())) {
-    if (entry.path().extension() == L".tmp") removed += fs::remove(entry.path());
-  }
-  return removed;
-}
-
 class SendingSoakTest : public LibraryTest {
  protected:
   SendingSoakTest() {
@@ -46,7 +38,7 @@ class SendingSoakTest : public LibraryTest {
     EXPECT_EQ(boxes.Take().size(), fails ? 2u : 0u) << "of the system message and of the mail";
     // The file of a system message stays if it fails between its writing and its end.
     if (fails) {
-      EXPECT_EQ(RemoveMessageFiles(), 1);
+      EXPECT_EQ(RemoveMessageFiles(), 1u);
     }
     platform_.Forget();
     log->Forget();

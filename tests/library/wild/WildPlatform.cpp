@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <limits>
-#include <map>
 
 #include "com/server/ByReference.h"
 #include "companion/recorder/PlatformCalls.h"
@@ -20,161 +19,35 @@ using Integer = std::numeric_limits<std::int32_t>;
 constexpr std::size_t kLongestText = 300;
 
 void (*callBack)() = nullptr;
-IDispatch* kept = nullptr;
-std::vector<std::wstring> names;  // of members and components; identifiers are places in it
-
-std::size_t PlaceOf(const wchar_t* name) {
-  const auto known = std::ranges::find(names, name);
-  if (known != names.end()) return static_cast<std::size_t>(known - names.begin());
-  names.emplace_back(name);
-  return names.size() - 1;
-}
-
-Dictionary Action(const wchar_t* code) {
-  return Record({{L"FCode", code}, {L"FEnvironment", 3}, {L"FID", 7}, {L"FBillType", 1}, {L"Messages", Record({})}});
-}
-
-Dictionary Users() { return Record({{L"3", Record({{L"FUserID", 3}})}, {L"4", Record({{L"FUserType", L"G"}})}}); }
-
-Dictionary Actions() { return Record({{L"Save", Action(L"Save")}, {L"Check", Action(L"Check")}}); }
-
-Item Lists() {
-  return List({Action(L"Save"), Record({{L"FMask", 3}, {L"FID", 1}}),
-               Record({{L"FUserID", 3}, {L"Email", L"a@b"}, {L"Mobile", L"1"}, {L"FIsNeedSend", 1}})});
-}
-
-class WildObject;
-Item New();
-
-// What decides how long something takes, or what a user reads, is never just anything.
-Item Answer(const std::wstring& member) {
-  const std::int32_t counts[] = {0, 1, 2, 3, -1, 40'000};
-  if (member == L"LoadString") return dice.OneIn(10) ? L"" : L"«»";
-  if (member == L"EOF") return dice.OneIn(2);
-  if (member == L"IsEnabled") return true;  // or it would not be asked again
-  if (member == L"Count" || member == L"UBound" || member == L"Size") return dice.Of(counts);
-  if (dice.OneIn(10)) return values.Any();
-  static const std::map<std::wstring, Item (*)()> meant = {
-      {L"GetProperty", [] { return Item(L"Language=chs;UserID=16394;ConnectString={a;b};"); }},
-      {L"LogStart", [] { return Item(1); }},
-      {L"GetBillActions", [] { return Item(Actions()); }},
-      {L"getpredefineactions", Lists},
-      {L"GetDefaultActions", Lists},
-      {L"GetBillEnvironments", Lists},
-      {L"GetUserInfo", Lists},
-      {L"GetIsUserNeedSend", Lists},
-      {L"GetClassMenu", [] { return Item(Action(L"Save")); }},
-      {L"GetData", New},
-      {L"GetUsers", New},
-      {L"Fields", New},
-      {L"Item", New},
-      {L"GetFile", New},
-      {L"Value", [] { return Item(3); }},
-      {L"CreatePDFFile", [] { return Item(true); }},
-      {L"Load",
-       [] {
-         return Item(Record({{L"txtMailSrv", L"host"}, {L"txtMailAddr", L"a@b"}}));
-       }},
-  };
-  const auto found = meant.find(member);
-  return found == meant.end() ? Value() : found->second();
-}
-
-HRESULT Fail(EXCEPINFO* info) {
-  constexpr HRESULT kPlain[] = {DISP_E_MEMBERNOTFOUND, E_OUTOFMEMORY, DISP_E_TYPEMISMATCH, DISP_E_BADPARAMCOUNT};
-  if (!info || dice.OneIn(3)) return dice.Of(kPlain);
-  *info = {};
-  info->scode = dice.OneIn(2) ? kPlatformError : 5;
-  info->bstrDescription = dice.OneIn(2) ? SysAllocString(L"断开") : nullptr;
-  return DISP_E_EXCEPTION;
-}
-
-// A component, or a container over a real one, that knows every member and answers as it is meant to, mostly.
-class WildObject final : public com::ComObject<IDispatch> {
- public:
-  explicit WildObject(ComPtr<IDispatch> real = nullptr) : real_(std::move(real)) { ++living; }
-  ~WildObject() override { --living; }
-
-  STDMETHODIMP GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
-  STDMETHODIMP GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
-  STDMETHODIMP GetIDsOfNames(REFIID, LPOLESTR* asked, UINT count, LCID, DISPID* ids) override {
-    for (UINT i = 0; i < count; ++i) ids[i] = static_cast<DISPID>(PlaceOf(asked[i]) + 1);
-    return dice.OneIn(40) ? DISP_E_UNKNOWNNAME : S_OK;
-  }
-  STDMETHODIMP Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* given, VARIANT* result, EXCEPINFO* info,
-                      UINT* wrong) override {
-    const ComPtr<IDispatch> held(this);
-    if (dice.OneIn(8)) callBack();
-    for (UINT i = 0; i < given->cArgs; ++i) {
-      if (dice.OneIn(20)) com::StoreInto(given->rgvarg[i], values.Any());
-      if (dice.OneIn(20)) values.Keep(Value::CopyOf(given->rgvarg[i]));
-    }
-    if (dice.OneIn(20)) return Fail(info);
-    auto name = id > 0 ? names[static_cast<std::size_t>(id - 1)] : L"Value";
-    DISPID there = DISPID_UNKNOWN;
-    auto* member = name.data();
-    if (real_ && !dice.OneIn(20) && SUCCEEDED(real_->GetIDsOfNames(IID_NULL, &member, 1, 0, &there))) {
-      return real_->Invoke(there, IID_NULL, 0, flags, given, result, info, wrong);
-    }
-    if (result) *result = Answer(name).value.Detach();
-    return S_OK;
-  }
-
-  static inline long living = 0;
-
- private:
-  ComPtr<IDispatch> real_;
-};
-
-ComPtr<IDispatch> NewObject(const ComPtr<IDispatch>& real = nullptr) {
-  ComPtr<IDispatch> object;
-  *object.GetAddressOf() = new WildObject(real);
-  return object;
-}
-
-Item New() { return NewObject(); }
-
-class WildFactory final : public com::ComObject<IClassFactory> {
- public:
-  explicit WildFactory(Container kind) noexcept : kind_(kind) {}
-
-  STDMETHODIMP CreateInstance(IUnknown*, REFIID iid, void** object) override {
-    return dice.OneIn(40) ? E_OUTOFMEMORY : NewContainer(kind_)->QueryInterface(iid, object);
-  }
-  STDMETHODIMP LockServer(BOOL) override { return S_OK; }
-
- private:
-  Container kind_;
-};
-
-HRESULT WINAPI FindClass(LPCOLESTR progId, CLSID* id) {
-  *id = {static_cast<unsigned long>(PlaceOf(progId)), 0x7e0f, 0, {}};
-  return dice.OneIn(30) ? CO_E_CLASSSTRING : S_OK;
-}
+std::wstring created;  // the last component
 
 // While a recording runs, it stands before each component.
-ComPtr<IDispatch> Recorded(const std::wstring& name, ComPtr<IDispatch> real) {
-  const auto known = std::ranges::find(companion::PlatformComponents(), name);
-  if (!companion::Recording::Running() || known == companion::PlatformComponents().end()) return real;
-  ComPtr<IDispatch> recorded;
-  *recorded.GetAddressOf() = new companion::RecordingObject(*known, std::move(real));
-  return recorded;
+HRESULT WINAPI Create(REFCLSID id, IUnknown* outer, DWORD context, REFIID iid, void** object) {
+  created.clear();
+  ComPtr<IDispatch> made, recorded;
+  const HRESULT outcome = CoCreateInstance(id, outer, context, IID_PPV_ARGS(&made));
+  if (FAILED(outcome)) return outcome;
+  const auto known = std::ranges::find(companion::PlatformComponents(), created);
+  if (!companion::Recording::Running() || known == companion::PlatformComponents().end()) {
+    return made->QueryInterface(iid, object);
+  }
+  *recorded.GetAddressOf() = new companion::RecordingObject(*known, std::move(made));
+  return recorded->QueryInterface(iid, object);
 }
 
-HRESULT WINAPI MakeObject(REFCLSID id, IUnknown*, DWORD, REFIID iid, void** object) {
-  const auto& name = names[id.Data1];
-  const bool isKept = name == L"MorlaLogMsg.Log" || name == L"TavioResLoader.Loader";
-  if (dice.OneIn(30)) return REGDB_E_CLASSNOTREG;
-  return Recorded(name, isKept ? kept : NewObject())->QueryInterface(iid, object);
+// What decides how long something takes, or what a user reads, is never just anything.
+Value Answer(const std::wstring& member) {
+  const std::int32_t counts[] = {0, 1, 2, 3, -1, 40'000};
+  if (member == L"LoadString") return Value(L"");
+  if (member == L"IsEnabled") return Value(true);  // or it would not be asked again
+  const bool counted = member == L"Count" || member == L"UBound" || member == L"Size";
+  return counted ? Value(dice.Of(counts)) : values.Any();
 }
 
-// Of the containers. If it fails, the library takes those that lie beside it.
-HRESULT WINAPI FindFactory(REFCLSID id, DWORD, LPVOID, REFIID iid, LPVOID* factory) {
-  if (dice.OneIn(4)) return REGDB_E_CLASSNOTREG;
-  ComPtr<IClassFactory> made;
-  *made.GetAddressOf() =
-      new WildFactory(names[id.Data1] == L"Vexo.Vector" ? Container::kVector : Container::kDictionary);
-  return made->QueryInterface(iid, factory);
+ComPtr<IDispatch> Watched(const ComPtr<IDispatch>& real) {
+  ForeignContainer container(real);
+  container.Name(L"container");
+  return container.New();
 }
 
 INT_PTR WINAPI AnswerDialog(HINSTANCE, LPCDLGTEMPLATEW, HWND, DLGPROC, LPARAM) {
@@ -202,25 +75,37 @@ void Dissolve(const Value& value) try {
 } catch (const Error&) {
 }
 
+// The host's code runs too when it is let go.
+Item Farewell() {
+  return LastWords([] { callBack(); });
+}
+
+Item Code(const wchar_t* code) { return Action(L"action", code, 0); }
+
 }  // namespace
 
 Dictionary Package() {
   return Record({{L"FID", 5},
+                 {L"own", Farewell()},
                  {L"FTitle", L"[FBillNo]"},
                  {L"FMessage", L"a[FBillNo]b["},
                  {L"FAccessoryForEmail", 1},
-                 {L"MessageUsers", Users()},
-                 {L"EmailUsers", Users()},
-                 {L"SMSUsers", Users()}});
+                 {L"MessageUsers", Users(L"users", {3, 4})},
+                 {L"EmailUsers", Users(L"users", {3, 4})},
+                 {L"SMSUsers", Users(L"users", {3, 4})}});
 }
 
-Dictionary Template() { return Record({{L"FID", 7}, {L"FBillTypeID", 1}, {L"FName_chs", L"x"}}); }
+Dictionary Template() { return Record({{L"FID", 7}, {L"FBillTypeID", 1}, {L"FName_chs", L"x"}, {L"own", Farewell()}}); }
 
 Dictionary FieldInfo() {
-  return Record({{L"Page1", Record({{L"FBillNo", Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}})}})}});
+  return Record(
+      {{L"Page1",
+        Record({{L"FBillNo", Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}, {L"own", Farewell()}})}})}});
 }
 
-Dictionary Bill() { return Record({{L"FID", 5}, {L"Page1", Record({{L"FBillNo", L"No. 5"}, {L"FUser", 4}})}}); }
+Dictionary Bill() {
+  return Record({{L"FID", 5}, {L"own", Farewell()}, {L"Page1", Record({{L"FBillNo", L"No. 5"}, {L"FUser", 4}})}});
+}
 
 void Values::Renew() {
   const auto add = [&](const Item& item) { values_.push_back(item.value.Copy()); };
@@ -236,10 +121,12 @@ void Values::Renew() {
     variant.vt = type;
     add(Value::In(variant));
   }
-  for (const auto& list : {List({}), List({Action(L"a"), Package()}), List({3, L"3"})}) add(list);
-  for (const auto& record : {Record({}), Action(L"Save"), Actions(), Package(), Template(), Bill(), FieldInfo(),
-                             Users(), Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}, {L"a", List({1})}})}) {
-    for (const auto& object : {record.Object(), ForeignRecord(record).New(), NewObject(record.Object())}) add(object);
+  for (const auto& list : {List({}), List({Code(L"a"), Package()}), List({3, L"3"})}) add(list);
+  for (const auto& record :
+       {Record({}), Action(L"action", L"Save", 0), Record({{L"Save", Code(L"Save")}, {L"Check", Code(L"Check")}}),
+        Package(), Template(), Bill(), FieldInfo(), Users(L"users", {3, 4}),
+        Record({{L"FName", L"FBillNo"}, {L"FCaption", L"单号"}, {L"a", List({1})}})}) {
+    for (const auto& object : {record.Object(), ForeignRecord(record).New(), Watched(record.Object())}) add(object);
   }
 }
 
@@ -262,22 +149,35 @@ void Values::Clear() {
   ForgetContainerFactories();
 }
 
-Platform::Platform(int(WINAPI* box)(HWND, LPCWSTR, LPCWSTR, UINT), void (*called)())
-    : box_(reinterpret_cast<void*>(box)) {
+WildPlatform::WildPlatform(HMODULE module, int(WINAPI* box)(HWND, LPCWSTR, LPCWSTR, UINT), void (*called)()) {
   callBack = called;
-  kept = NewObject().Detach();
-}
-
-Platform::~Platform() { kept->Release(); }
-
-void Platform::Meet(HMODULE module) {
-  hooks_.emplace_back(module, "MessageBoxW", box_);
+  props_.props = L"Language=chs;UserID=16394;ConnectString={a;b};";
+  hooks_.emplace_back(module, "MessageBoxW", reinterpret_cast<void*>(box));
   hooks_.emplace_back(module, "DialogBoxIndirectParamW", reinterpret_cast<void*>(AnswerDialog));
-  hooks_.emplace_back(module, "CLSIDFromProgID", reinterpret_cast<void*>(FindClass));
-  hooks_.emplace_back(module, "CoCreateInstance", reinterpret_cast<void*>(MakeObject));
-  hooks_.emplace_back(module, "CoGetClassObject", reinterpret_cast<void*>(FindFactory));
+  hooks_.emplace_back(module, "CoCreateInstance", reinterpret_cast<void*>(Create));
 }
 
-long Platform::Living() noexcept { return WildObject::living - 1; }
+void WildPlatform::Forget() { platform_.Forget(), log_.Forget(); }
+
+bool WildPlatform::Creates(const std::wstring& object) {
+  created = object;
+  return !dice.OneIn(30);
+}
+
+bool WildPlatform::Finds(const std::wstring&, const std::wstring&) { return !dice.OneIn(40); }
+
+Value WildPlatform::Calls(const std::wstring&, const std::wstring& member, bool, Arguments& arguments,
+                          const LateBound::Method& real) {
+  constexpr HRESULT kFailures[] = {kPlatformError,      5, DISP_E_MEMBERNOTFOUND, E_OUTOFMEMORY, DISP_E_TYPEMISMATCH,
+                                   DISP_E_BADPARAMCOUNT};
+  if (dice.OneIn(8)) callBack();
+  if (dice.OneIn(20)) throw Error(dice.Of(kFailures), L"Platform", dice.OneIn(2) ? L"断开" : L"");
+  Value answer = dice.OneIn(15) || member == L"SetList" ? Answer(member) : real(arguments);
+  for (std::size_t i = 0; i < arguments.Count(); ++i) {
+    if (dice.OneIn(20)) com::StoreInto(arguments.Raw(i), values.Any());
+    if (dice.OneIn(20)) values.Keep(Value::CopyOf(arguments.Raw(i)));
+  }
+  return answer;
+}
 
 }  // namespace tavio::test::wild

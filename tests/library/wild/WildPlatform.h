@@ -4,7 +4,7 @@
 #include <random>
 
 #include "tests/support/ImportHook.h"
-#include "tests/support/Packages.h"
+#include "tests/support/Platform.h"
 
 // A platform that does what it likes: it fails, answers and leaves behind anything, keeps what it is given, and calls the
 // library back. All that is random comes from one seed.
@@ -43,19 +43,35 @@ class Values {
 };
 inline Values values;
 
-// Stands in for Windows towards a module: its boxes and dialogs are answered, its components are wild.
-class Platform {
+// The library keeps its log and its texts for good.
+template <class Component>
+class Kept final : public Component {
  public:
-  // `box` answers a box; `callBack` is called wherever host code could run.
-  Platform(int(WINAPI* box)(HWND, LPCWSTR, LPCWSTR, UINT), void (*callBack)());
-  ~Platform();
-
-  void Meet(HMODULE module);
-  // The objects that are alive, without the log and the text loader, which the library keeps for good.
-  static long Living() noexcept;
+  ComPtr<IDispatch> New() override { return kept_; }
 
  private:
-  void* box_;
+  ComPtr<IDispatch> kept_ = Component::New();
+};
+
+// The platform, of which each touch may go wrong; it answers the boxes and dialogs of a module too.
+class WildPlatform final : public Breaker {
+ public:
+  static constexpr long kKept = 2;  // objects
+
+  // `box` answers a box; `callBack` is called wherever host code could run.
+  WildPlatform(HMODULE module, int(WINAPI* box)(HWND, LPCWSTR, LPCWSTR, UINT), void (*callBack)());
+  void Forget();
+
+  bool Creates(const std::wstring& object) override;
+  bool Finds(const std::wstring& object, const std::wstring& member) override;
+  Value Calls(const std::wstring& object, const std::wstring& member, bool assigns, Arguments& arguments,
+              const LateBound::Method& real) override;
+
+ private:
+  Kept<FakeTexts> texts_;
+  Kept<FakeLog> log_;
+  FakeProps props_;
+  Platform platform_;
   std::list<ImportHook> hooks_;
 };
 
