@@ -237,6 +237,8 @@ TEST_F(PlatformDataTest, WrongDataIsRefusedWhole) {
        "FUserID 值不合适"},
       {"beyond 32 bits", R"("t_UserNeedSend": [{"FUserID": 4294967296, "FKind": 3, "FIsNeedSend": 1}])",
        "FUserID 溢出"},
+      {"beyond 64 bits", R"("t_UserNeedSend": [{"FUserID": 99999999999999999999, "FKind": 3, "FIsNeedSend": 1}])",
+       "溢出"},
       {"a long text", R"("t_SharedProperty": [{"FIndex": 1, "FValue": "", "FName": ")" + std::string(81, 'x') + "\"}]",
        "FName 值不合适"},
       {"no package", R"("t_Bill": [{"FClassTypeID": 1, "FID": 1, "FPackage": "x"}])", "FPackage 值不合适"},
