@@ -267,9 +267,13 @@ TEST_F(PlatformDataTest, WrongDataIsRefusedWhole) {
 
 TEST_F(PlatformDataTest, ResetReachesWhatIsNotExported) {
   const Component data(MakeObject<Data>());
+  auto late = Load();
   Sql(L"INSERT INTO t_SmsOutbox VALUES (1, '', '', '', 0, 0, 0)");
+  EXPECT_NE(Outcome([&] { return data.Call(L"Reset", L"another"); }).find("而不是 another"), std::string::npos);
+  EXPECT_EQ(Sql(L"SELECT FID AS F FROM t_SmsOutbox"), "1 ");
   data.Call(L"Reset", TextAt(Dictionary(data.Call(L"Describe")), L"FDatabase"_key));
   EXPECT_EQ(Sql(L"SELECT FID AS F FROM t_SmsOutbox"), "");
+  EXPECT_NE(Save(late).find("其他用户"), std::string::npos) << "what was loaded before is outdated";
 }
 
 TEST_F(PlatformDataTest, OtherVersionsOfTheTables) {

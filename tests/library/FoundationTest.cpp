@@ -7,6 +7,7 @@
 #include "foundation/packages/Component.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/InvokeByName.h"
+#include "tests/support/BoxWindow.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 
@@ -41,15 +42,51 @@ TEST_F(FoundationTest, ConversionsFollowThePlatform) {
   }
 }
 
-// The watcher sees to the owner.
-TEST_F(FoundationTest, BoxStandsOverTheHostsWindow) {
+UINT IconOf(HWND box) {
+  const std::pair<UINT, LPWSTR> icons[] = {
+      {MB_ICONQUESTION, IDI_QUESTION}, {MB_ICONWARNING, IDI_WARNING}, {MB_ICONINFORMATION, IDI_INFORMATION}};
+  for (HWND child = GetWindow(box, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
+    const auto shown = reinterpret_cast<HICON>(SendMessageW(child, STM_GETICON, 0, 0));
+    for (const auto& [style, name] : icons) {
+      if (shown && shown == LoadIconW(nullptr, name)) return style;
+    }
+  }
+  return 0;
+}
+
+// A box on the screen.
+Box Read(HWND box) {
+  const auto buttons = ButtonsOf(box);
+  const UINT kind = buttons == std::vector{IDYES, IDNO} ? MB_YESNO : buttons == std::vector{IDOK} ? MB_OK : ~0u;
+  const UINT first = DefaultButtonOf(box, buttons) == buttons.front() ? MB_DEFBUTTON1 : MB_DEFBUTTON2;
+  return {TextOf(GetDlgItem(box, kBoxText)), TextOf(box), kind | IconOf(box) | first};
+}
+
+TEST_F(FoundationTest, BoxIsAWindowOverTheHostsOwn) {
+  boxes.ShowWindows();
   const HWND host = CreateWindowExW(0, L"EDIT", L"host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0, 300, 200, nullptr,
                                     nullptr, nullptr, nullptr);
-  EXPECT_EQ((SetActiveWindow(host), GetActiveWindow()), host);
-  const Box question = {L"一\r\n二", L"Morla", MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2};
-  boxes.AnswerWith(IDNO);
-  EXPECT_EQ(ShowMessage(question.text, static_cast<std::int32_t>(question.style), question.title), IDNO);
-  EXPECT_EQ(boxes.Take(), Boxes{question});
+  SetActiveWindow(host);
+  const struct {
+    const wchar_t* title;
+    UINT style;
+    int pressed;
+    const wchar_t* shownTitle;
+  } cases[] = {
+      {kTitle, MB_OK | MB_ICONWARNING, IDOK, L"«Morla提示»"},
+      {kTitle, MB_YESNO | MB_ICONQUESTION | MB_DEFBUTTON2, IDNO, L"«Morla提示»"},
+      {L"Morla", MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON1, IDYES, L"Morla"},
+  };
+  for (const auto& c : cases) {
+    Box seen;
+    const DialogHook hook([&](HWND box) {
+      seen = Read(box);
+      EXPECT_EQ(GetWindow(box, GW_OWNER), host);
+      PostMessageW(box, WM_COMMAND, MAKEWPARAM(c.pressed, BN_CLICKED), 0);
+    });
+    EXPECT_EQ(ShowMessage(L"一\r\n二", static_cast<std::int32_t>(c.style), c.title), c.pressed);
+    EXPECT_EQ(seen, (Box{L"一\r\n二", c.shownTitle, c.style}));
+  }
   DestroyWindow(host);
 }
 

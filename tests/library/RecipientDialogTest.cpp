@@ -50,6 +50,13 @@ class RecipientWindow {
     SendMessageW(List(), WM_LBUTTONDOWN, MK_LBUTTON, point);
     SendMessageW(List(), WM_LBUTTONUP, 0, point);
   }
+  // As a program ticks a box; -1 stands for all.
+  void SetTick(int row, bool ticked) const {
+    LVITEMW item = {};
+    item.stateMask = LVIS_STATEIMAGEMASK;
+    item.state = INDEXTOSTATEIMAGEMASK(ticked ? 2 : 1);
+    SendMessageW(List(), LVM_SETITEMSTATE, static_cast<WPARAM>(row), reinterpret_cast<LPARAM>(&item));
+  }
   void ClickCloseBox() const { PostMessageW(dialog_, WM_SYSCOMMAND, SC_CLOSE, 0); }
 
  private:
@@ -70,26 +77,6 @@ class RecipientWindow {
   }
 
   HWND dialog_;
-};
-
-// Calls `started` with each dialog of this thread while it lives. All that a dialog shows is set then.
-class DialogHook {
- public:
-  explicit DialogHook(std::function<void(HWND)> started) {
-    started_ = std::move(started);
-    hook_ = SetWindowsHookExW(WH_CALLWNDPROCRET, &OnHook, nullptr, GetCurrentThreadId());
-  }
-  ~DialogHook() { UnhookWindowsHookEx(hook_); }
-
- private:
-  static LRESULT CALLBACK OnHook(int code, WPARAM sentHere, LPARAM details) {
-    const auto& handled = *reinterpret_cast<const CWPRETSTRUCT*>(details);
-    if (code == HC_ACTION && handled.message == WM_INITDIALOG) started_(handled.hwnd);
-    return CallNextHookEx(nullptr, code, sentHere, details);
-  }
-
-  static inline std::function<void(HWND)> started_;
-  HHOOK hook_;
 };
 
 // What a person does with the dialog, in the end closing it.
@@ -152,9 +139,6 @@ TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
     for (const UINT key : {VK_SPACE, VK_DOWN, VK_SPACE}) window.Press(key);
     EXPECT_EQ(window.Rows(), (Strings{"[ ] 张伟", "[ ] 王芳", "[x] 李娜"}));
     window.Press(VK_SPACE);
-    for (const int row : {0, 2}) window.Click(row);
-    EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[x] 王芳", "[ ] 李娜"}));
-    for (const int row : {0, 2}) window.Click(row);
     window.PressAlt(L'o');
   };
   EXPECT_TRUE(Send(actions, L"已审核"));
@@ -167,6 +151,19 @@ TEST_F(RecipientDialogTest, ShowsTheRecipientsAndSendsToThoseThatStayTicked) {
   });
   EXPECT_TRUE(message.SendMessage(Record({{L"7", 1}})));
   EXPECT_EQ(receivers, Ids{7});
+}
+
+TEST_F(RecipientDialogTest, BoxesAreTickedByMouseAndByProgram) {
+  EXPECT_TRUE(Send([](const RecipientWindow& window) {
+    window.SetTick(-1, false);
+    EXPECT_EQ(window.Rows(), (Strings{"[ ] 张伟", "[ ] 王芳", "[ ] 李娜"}));
+    window.SetTick(0, true);
+    window.Click(2);
+    EXPECT_EQ(window.Rows(), (Strings{"[x] 张伟", "[ ] 王芳", "[x] 李娜"}));
+    window.Click(0);
+    window.Press(VK_RETURN);
+  }));
+  EXPECT_EQ(receivers, Ids{3});
 }
 
 TEST_F(RecipientDialogTest, TakesManyRecipientsAndUnusualTexts) {

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include <functional>
 #include <iosfwd>
 #include <list>
 #include <utility>
@@ -31,6 +32,22 @@ inline Text Localised(const Text& text) { return L"«" + text + L"»"; }
 inline Box Localised(const Text& text, UINT style) { return {Localised(text), Localised(L"Morla提示"), style}; }
 inline Box Warning(const Text& text) { return Localised(text, MB_OK | MB_ICONWARNING); }
 
+// Calls `started` with each dialog of this thread while it lives. All that a dialog shows is set then.
+class DialogHook {
+ public:
+  explicit DialogHook(std::function<void(HWND)> started);
+  ~DialogHook();
+  DialogHook(const DialogHook&) = delete;
+  DialogHook& operator=(const DialogHook&) = delete;
+
+ private:
+  static LRESULT CALLBACK OnHook(int code, WPARAM sentHere, LPARAM details);
+
+  std::function<void(HWND)> started_;
+  DialogHook* outer_;
+  HHOOK hook_ = nullptr;
+};
+
 // Answers the message boxes of this program and of the loaded library while it lives, in place of the system: no window
 // is made for them.
 class BoxWatcher {
@@ -46,6 +63,8 @@ class BoxWatcher {
   void AnswerWith(int button) noexcept { answer_ = button; }
   // The boxes shown since the last call.
   Boxes Take() { return std::exchange(shown_, {}); }
+  // From here on boxes are windows, which the test answers.
+  void ShowWindows() { hooks_.clear(); }
 
  private:
   static int WINAPI OnBox(HWND owner, LPCWSTR text, LPCWSTR title, UINT style);
