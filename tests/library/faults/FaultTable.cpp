@@ -23,6 +23,9 @@ bool AreAlike(const Touch& a, const Touch& b) {
   return a.kind == b.kind && a.object == b.object && a.member == b.member;
 }
 
+// A name that is asked for counts apart from the calls under it.
+std::wstring NameOf(const Touch& touch) { return touch.kind == Touch::kName ? touch.member + L"?" : touch.member; }
+
 // What operations take.
 bool IsGiven(const std::wstring& object) {
   const std::wstring kGiven[] = {L"collection", L"given", L"package", L"variable", L"bill", L"sent to"};
@@ -73,9 +76,22 @@ std::optional<Way> Fault::Note(Touch touch) {
     before();
     paused_ = false;
   }
-  const auto number = touches_.size();
+  const bool breaks = breaker_.Count(touch.object, NameOf(touch)).has_value();
   touches_.push_back(std::move(touch));
-  return broken_ && broken_->first == number ? std::optional(broken_->second) : std::nullopt;
+  met_ |= breaks;
+  return breaks ? std::optional(way_) : std::nullopt;
+}
+
+void Fault::Break(const Touch& touch, Way way) {
+  breaker_ = {};
+  breaker_.Add({touch.object, NameOf(touch), touch.count});
+  way_ = way;
+  met_ = false;
+}
+
+bool Fault::Heal() noexcept {
+  breaker_ = {};
+  return met_;
 }
 
 std::vector<Touch> Fault::Touches() const {
@@ -84,6 +100,7 @@ std::vector<Touch> Fault::Touches() const {
     const auto next = touch + 1;
     const auto alike = [&](const Touch& other) { return AreAlike(*touch, other); };
     touch->left = static_cast<int>(std::count_if(next, touches.end(), alike));
+    touch->count = 1 + static_cast<int>(std::count_if(touches.begin(), touch, alike));
     touch->isCalled =
         touch->kind != Touch::kName || (next != touches.end() && next->kind > Touch::kName &&
                                         next->object == touch->object && next->member.starts_with(touch->member));

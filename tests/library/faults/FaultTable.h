@@ -7,6 +7,7 @@
 #include <tuple>
 #include <vector>
 
+#include "companion/recorder/Breaker.h"
 #include "tests/support/LibraryTest.h"
 
 // Every touch of the platform that an operation makes is broken, in every way. A healthy run tells what there is, so
@@ -42,6 +43,7 @@ struct Touch {
   bool isCalled = false;      // the name, which otherwise is only asked for
   bool isRefused = false;     // the name, which an argument has to have for the operation to begin
   int left = 0;               // how many of the same follow it
+  int count = 1;              // the how many-th of the same it is
 };
 
 // Learns the touches of an operation, and breaks one. It counts those of components, or those of containers.
@@ -60,10 +62,10 @@ class Fault final : public Breaker {
     } pause{paused_};
     body();
   }
-  // The touch with that number, from 0, is broken in the next runs; before each touch of them `before` is called.
-  void Break(std::size_t number, Way way) noexcept { broken_ = {number, way}; }
-  // Answers whether it was there in the last run.
-  bool Heal() noexcept { return std::exchange(broken_, {})->first < touches_.size(); }
+  // That touch is broken in the next run; before each touch of it `before` is called.
+  void Break(const Touch& touch, Way way);
+  // Answers whether it was there in that run.
+  bool Heal() noexcept;
   std::function<void()> before;
   // Components that cannot be created at all, and do not count.
   std::vector<std::wstring> absent;
@@ -84,7 +86,9 @@ class Fault final : public Breaker {
   bool ofContainers_;
   bool paused_ = true;
   std::vector<Touch> touches_;
-  std::optional<std::pair<std::size_t, Way>> broken_;
+  companion::Breaker breaker_;  // the one that users break components with
+  Way way_ = kEmpty;
+  bool met_ = false;
   FakeObject stranger_;
 };
 

@@ -318,7 +318,7 @@ void FaultTable::TryAct(const Act<World>& act, Fault& fault) {
 template <class World>
 void FaultTable::TryCell(const Act<World>& act, const Cell& cell, const Healthy& healthy, Fault& fault) {
   auto world = NewWorld(act);
-  fault.Break(cell.number, cell.way);
+  fault.Break(cell.touch, cell.way);
   const auto left = RunOnce(act, *world, fault);
   const auto open = OpenLabels();
   if (!fault.Heal()) ADD_FAILURE() << tried << ": is not touched again";
