@@ -2,7 +2,7 @@
 Const kRounds = 10
 Dim store, own, other, steps, actions, refusal, modified, first
 Set store = CreateObject("TavioSharedProps.PropStore")
-own = WScript.Arguments(2)
+own = WScript.Arguments(0)
 other = CStr(3 - own)
 steps = 0
 modified = "该业务对象的操作已被其他用户修改"
@@ -66,6 +66,7 @@ Sub Meet()
   steps = steps + 1
   store.SetProperty "TwoHosts" & own, CStr(steps)
   Do Until CLng(store.GetProperty(0, "TwoHosts" & other)) >= steps
+    WScript.Sleep 5
   Loop
 End Sub
 

@@ -1,16 +1,9 @@
 #include "tests/support/BoxWindow.h"
 
 #include <algorithm>
-#include <string_view>
 
 namespace tavio::test {
 namespace {
-
-bool IsOfClass(HWND window, std::wstring_view wanted) {
-  wchar_t name[16];
-  const int length = GetClassNameW(window, name, 16);
-  return std::wstring_view(name, static_cast<std::size_t>(length)) == wanted;
-}
 
 bool IsVisible(HWND control) { return (GetWindowLongPtrW(control, GWL_STYLE) & WS_VISIBLE) != 0; }
 
@@ -39,14 +32,6 @@ int DefaultButtonOf(HWND box, const std::vector<int>& buttons) {
   };
   const auto found = std::find_if(buttons.begin(), buttons.end(), isDefault);
   return found == buttons.end() ? IDOK : *found;
-}
-
-bool IsMessageBox(HWND window) {
-  if (!IsOfClass(window, L"#32770") || !GetDlgItem(window, kBoxText)) return false;
-  for (HWND child = GetWindow(window, GW_CHILD); child; child = GetWindow(child, GW_HWNDNEXT)) {
-    if (!IsOfClass(child, L"Static") && !IsOfClass(child, L"Button")) return false;
-  }
-  return !ButtonsOf(window).empty();
 }
 
 }  // namespace tavio::test

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-// A message box as a window, of this process or another.
+// A message box as a window.
 
 namespace tavio::test {
 
@@ -18,8 +18,5 @@ std::vector<int> ButtonsOf(HWND box);
 
 // The button that Enter presses.
 int DefaultButtonOf(HWND box, const std::vector<int>& buttons);
-
-// A dialog of nothing but texts, an icon and the buttons of message boxes.
-bool IsMessageBox(HWND window);
 
 }  // namespace tavio::test
