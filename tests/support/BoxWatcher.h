@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
+#include "companion/boxes/ImportPatch.h"
 #include "foundation/values/Text.h"
-#include "tests/support/ImportHook.h"
 
 namespace tavio::test {
 
@@ -72,7 +72,7 @@ class BoxWatcher {
   int answer_ = IDOK;
   Boxes shown_;
   BoxWatcher* outer_;
-  std::list<ImportHook> hooks_;
+  std::list<companion::ImportPatch> hooks_;
 };
 
 }  // namespace tavio::test

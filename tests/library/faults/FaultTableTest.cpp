@@ -3,10 +3,10 @@
 
 #include "com/server/Dispatch.h"
 #include "com/server/ModuleUse.h"
+#include "companion/boxes/ImportPatch.h"
 #include "foundation/environment/ProcessState.h"
 #include "tests/library/faults/FaultRules.h"
 #include "tests/library/faults/Hosts.h"
-#include "tests/support/ImportHook.h"
 
 namespace tavio::test {
 namespace {
@@ -35,7 +35,8 @@ Value Alone(World&, const Component& on, const wchar_t* member) {
 }
 
 Value Confirmed(Sender&, const Component& on, const wchar_t* member) {
-  const ImportHook dialog(GetModuleHandleW(nullptr), "DialogBoxIndirectParamW", reinterpret_cast<void*>(&Agree));
+  const companion::ImportPatch dialog(GetModuleHandleW(nullptr), "DialogBoxIndirectParamW",
+                                      reinterpret_cast<void*>(&Agree));
   on.Assign(L"MustSelectMsgUser", Value(true));
   return on.Call(member);
 }

@@ -3,7 +3,7 @@
 #include <list>
 #include <random>
 
-#include "tests/support/ImportHook.h"
+#include "companion/boxes/ImportPatch.h"
 #include "tests/support/Platform.h"
 
 // A platform that does what it likes: it fails, answers and leaves behind anything, keeps what it is given, and calls the
@@ -72,7 +72,7 @@ class WildPlatform final : public Breaker {
   Kept<FakeLog> log_;
   FakeProps props_;
   Platform platform_;
-  std::list<ImportHook> hooks_;
+  std::list<companion::ImportPatch> hooks_;
 };
 
 // The packages of a message that can be sent.
