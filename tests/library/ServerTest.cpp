@@ -6,26 +6,19 @@
 #include <map>
 
 #include "com/server/ErrorInformation.h"
-#include "com/server/TypeDescription.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
 #include "tests/support/Passed.h"
+#include "tests/support/Server.h"
 
 namespace tavio::test {
 namespace {
 
-using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-
-const Text& ServerFolder() {
-  static const Text folder = std::filesystem::path(GetAppFolder() + L"..\\bin\\").lexically_normal().wstring();
-  return folder;
-}
-
-template <class Function>
-Function From(const Text& library, const char* name) {
-  const HMODULE module = LoadLibraryW(library.c_str());
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(module ? GetProcAddress(module, name) : nullptr));
+const Text& ServerFile() {
+  static const Text file =
+      std::filesystem::path(GetAppFolder() + L"..\\bin\\TavioClassBillAction.dll").lexically_normal().wstring();
+  return file;
 }
 
 // One late-bound call, as a host makes it.
@@ -87,69 +80,31 @@ class ServerTest : public ::testing::Test {
 
   template <class Interface = IDispatch>
   static ComPtr<Interface> Make(const CLSID& id) {
-    ComPtr<IClassFactory> factory;
-    ComPtr<Interface> object;
-    const auto get = From<GetClassObject>(ServerFolder() + L"TavioClassBillAction.dll", "DllGetClassObject");
-    EXPECT_EQ(get(id, IID_PPV_ARGS(&factory)), S_OK);
-    EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
-    return object;
+    return test::Make<Interface>(LoadLibraryW(ServerFile().c_str()), id);
   }
 
   static inline FakeTexts* texts = nullptr;
   BoxWatcher boxes;
 };
 
-struct Member {
-  std::wstring name, description;
-  DISPID id;
-  INVOKEKIND kind;
-  std::vector<std::string> parameters = {};
-};
-
 // The type of a parameter, with "&" if it is by reference, and what it is if it is left out.
-std::string ShowParameter(const ELEMDESC& element) {
+std::string ShowParameter(const Parameter& parameter) {
   static const std::map<VARTYPE, std::string> names = {
       {VT_I4, "long"}, {VT_BSTR, "text"}, {VT_BOOL, "flag"}, {VT_DISPATCH, "object"}, {VT_VARIANT, "any"}};
-  const bool byReference = element.tdesc.vt == VT_PTR;
-  std::string shown = names.at(byReference ? element.tdesc.lptdesc->vt : element.tdesc.vt) + (byReference ? "&" : "");
-  if (element.paramdesc.wParamFlags & PARAMFLAG_FHASDEFAULT) {
-    shown += "=" + Show(Value::In(element.paramdesc.pparamdescex->varDefaultValue));
-  }
-  return shown;
-}
-
-// An interface's own members, which stand in its table in this order behind those of IDispatch.
-std::vector<Member> MembersOf(REFIID iid) {
-  std::vector<Member> members;
-  ComPtr<ITypeLib> library;
-  ComPtr<ITypeInfo> info;
-  EXPECT_EQ(LoadTypeLibEx((ServerFolder() + L"TavioClassBillAction.dll").c_str(), REGKIND_NONE, &library), S_OK);
-  EXPECT_EQ(library->GetTypeInfoOfGuid(iid, &info), S_OK);
-  for (UINT i = 7; const auto described = com::FunctionAt(info.Get(), i); ++i) {
-    const auto function = described.Get();
-    EXPECT_EQ(function->callconv, CC_STDCALL);
-    EXPECT_EQ(static_cast<std::size_t>(function->oVft), (7 + members.size()) * sizeof(void*));
-    BString name, description;
-    info->GetDocumentation(function->memid, name.Receive(), description.Receive(), nullptr, nullptr);
-    Member member{Text(name.View()), Text(description.View()), function->memid, function->invkind};
-    for (SHORT p = 0; p < function->cParams; ++p) {
-      const auto& element = function->lprgelemdescParam[p];
-      if (element.paramdesc.wParamFlags & PARAMFLAG_FRETVAL) continue;
-      member.parameters.push_back(ShowParameter(element));
-    }
-    members.push_back(std::move(member));
-  }
-  return members;
+  return names.at(parameter.type) + (parameter.byReference ? "&" : "") +
+         (parameter.otherwise.empty() ? "" : "=" + parameter.otherwise);
 }
 
 // "1 ClassTypeID=(long)": what it is called by, how it is assigned if it is, what it takes.
 std::string ShowMember(const Member& member) {
   const char* assigned = member.kind == INVOKE_PROPERTYPUT ? "=" : member.kind == INVOKE_PROPERTYPUTREF ? ":=" : "";
   std::string parameters;
-  for (const auto& parameter : member.parameters) parameters += (parameters.empty() ? "" : ", ") + parameter;
-  const bool oldest = member.description == L"必须先设置";
-  return std::to_string(member.id) + " " + Utf8(member.name) + assigned + "(" + parameters + ")" +
-         (oldest ? Utf8(member.description) : "");
+  for (const auto& parameter : member.parameters) {
+    if (!parameter.isResult) parameters += (parameters.empty() ? "" : ", ") + ShowParameter(parameter);
+  }
+  const bool oldest = member.description == "必须先设置";
+  return std::to_string(member.id) + " " + member.name + assigned + "(" + parameters + ")" +
+         (oldest ? member.description : "");
 }
 
 // Scripts find members by name, compiled hosts by the identifiers, the place and the parameters that were current for
@@ -189,8 +144,10 @@ TEST_F(ServerTest, ClassesKeepWhatHostsAreBoundTo) {
   };
   for (const auto& c : classes) {
     std::string members;
-    for (const auto& member : MembersOf(c.interfaceId)) {
-      EXPECT_FALSE(member.description.empty()) << Utf8(member.name);
+    ULONG_PTR place = 7 * sizeof(void*);  // behind the members of IDispatch
+    for (const auto& member : MembersOf(ServerFile(), c.interfaceId)) {
+      EXPECT_EQ(std::exchange(place, place + sizeof(void*)), member.place) << member.name;
+      EXPECT_FALSE(member.description.empty()) << member.name;
       members += ShowMember(member) + "; ";
     }
     EXPECT_EQ(members, c.members);

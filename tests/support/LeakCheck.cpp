@@ -13,6 +13,7 @@
 #include "foundation/packages/Component.h"
 #include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
+#include "tests/support/Server.h"
 
 namespace tavio::test {
 namespace {
@@ -59,13 +60,6 @@ class Spy final : public IMallocSpy {
 };
 
 Spy spy;
-
-// Whether nothing of it is alive, if the server is loaded.
-HRESULT CanUnload(const std::filesystem::path& server) {
-  const HMODULE module = GetModuleHandleW(server.c_str());
-  const auto exported = reinterpret_cast<void*>(module ? GetProcAddress(module, "DllCanUnloadNow") : nullptr);
-  return exported ? reinterpret_cast<HRESULT(STDAPICALLTYPE*)()>(exported)() : S_OK;
-}
 
 // What a test must leave as it found it. A server keeps what describes its classes until it is asked whether it may go.
 class LeakCheck final : public ::testing::EmptyTestEventListener {

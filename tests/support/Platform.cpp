@@ -8,6 +8,7 @@
 #include "foundation/packages/NewContainer.h"
 #include "foundation/values/OwnModule.h"
 #include "tests/support/Foreign.h"
+#include "tests/support/Server.h"
 
 namespace tavio::test {
 
@@ -47,12 +48,7 @@ bool hostContainers = false;
 
 ComPtr<IDispatch> OwnContainer(const CLSID& kind) {
   static const HMODULE library = LoadLibraryW((GetAppFolder() + L"Vexo10.dll").c_str());
-  static const auto exported = reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject"));
-  ComPtr<IClassFactory> factory;
-  ComPtr<IDispatch> object;
-  Check(reinterpret_cast<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(exported)(kind, IID_PPV_ARGS(&factory)));
-  Check(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)));
-  return object;
+  return Make(library, kind);
 }
 
 ComPtr<IDispatch> HostRecord(const Dictionary& real, const wchar_t* name) {

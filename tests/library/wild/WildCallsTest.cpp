@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <filesystem>
 
-#include "com/server/TypeDescription.h"
 #include "companion/recorder/Recording.h"
 #include "foundation/packages/Component.h"
 #include "foundation/values/OwnModule.h"
@@ -16,6 +15,7 @@
 #include "tests/support/Held.h"
 #include "tests/support/LibraryTest.h"
 #include "tests/support/Passed.h"
+#include "tests/support/Server.h"
 
 namespace tavio::test::wild {
 namespace {
@@ -24,19 +24,6 @@ constexpr std::uint32_t kCalls = 20'000, kCallsOfSession = 200;
 constexpr int kDeepest = 2;  // calls within calls
 constexpr std::int32_t kRecordedEntries = 100;
 constexpr SIZE_T kGrowth = 1 << 20;  // bytes that a heap may take, and not give back, without a leak
-
-struct Parameter {
-  VARTYPE type;
-  bool byReference, isResult;
-};
-
-struct Member {
-  std::string name;
-  DISPID id;
-  WORD kind;
-  ULONG_PTR place;  // in the interface's table
-  std::vector<Parameter> parameters = {};
-};
 
 struct Class {
   CLSID id;
@@ -59,46 +46,6 @@ std::string Where() { return calling + ", call " + std::to_string(call) + ", TAV
 
 bool IsAssignment(const Member& member) { return member.kind & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF); }
 
-std::vector<Member> MembersOf(const Text& file, REFIID iid) {
-  std::vector<Member> members;
-  ComPtr<ITypeLib> types;
-  ComPtr<ITypeInfo> late, early;
-  HREFTYPE reference = 0;
-  Check(LoadTypeLibEx(file.c_str(), REGKIND_NONE, &types));
-  Check(types->GetTypeInfoOfGuid(iid, &late));
-  Check(late->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference));
-  Check(late->GetRefTypeInfo(reference, &early));
-  for (UINT i = 0; const auto described = com::FunctionAt(early.Get(), i); ++i) {
-    const auto function = described.Get();
-    BString name;
-    Check(early->GetDocumentation(function->memid, name.Receive(), nullptr, nullptr, nullptr));
-    Member member = {Utf8(name.View()), function->memid, static_cast<WORD>(function->invkind),
-                     static_cast<ULONG_PTR>(function->oVft)};
-    for (SHORT p = 0; p < function->cParams; ++p) {
-      const auto& type = function->lprgelemdescParam[p].tdesc;
-      const bool isResult = function->lprgelemdescParam[p].paramdesc.wParamFlags & PARAMFLAG_FRETVAL;
-      const bool byReference = type.vt == VT_PTR;
-      member.parameters.push_back({byReference ? type.lptdesc->vt : type.vt, byReference, isResult});
-    }
-    members.push_back(std::move(member));
-  }
-  return members;
-}
-
-template <class Function>
-Function Exported(HMODULE module, const char* name) {
-  return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(module, name)));
-}
-
-ComPtr<IDispatch> Make(REFCLSID id) {
-  ComPtr<IClassFactory> factory;
-  ComPtr<IDispatch> object;
-  const auto get = Exported<HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**)>(library, "DllGetClassObject");
-  EXPECT_EQ(get(id, IID_PPV_ARGS(&factory)), S_OK);
-  EXPECT_EQ(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)), S_OK);
-  return object;
-}
-
 Value Zero(VARTYPE type) {
   Value zero;
   *zero.InPlace() = {};
@@ -120,15 +67,15 @@ HRESULT CallEarly(const ComPtr<IDispatch>& object, const Member& member) {
   const auto count = member.parameters.size();
   std::vector<Value> held;
   std::vector<VARIANT> passed(count);
-  std::vector<VARTYPE> types(count);
-  std::vector<VARIANTARG*> pointers(count);
+  std::vector<VARTYPE> types;
+  std::vector<VARIANTARG*> pointers;
   for (const auto& parameter : member.parameters) held.push_back(OfType(parameter));
   for (std::size_t i = 0; i < count; ++i) {
-    const auto& [type, byReference, isResult] = member.parameters[i];
+    const auto& [type, byReference, isResult, otherwise] = member.parameters[i];
     const auto reference = Reference(type, dice.OneIn(4) ? nullptr : &held[i].InPlace()->byref);
     passed[i] = byReference ? reference : held[i].Raw();
-    types[i] = byReference ? reference.vt : type;
-    pointers[i] = &passed[i];
+    types.push_back(byReference ? reference.vt : type);
+    pointers.push_back(&passed[i]);
   }
   VARIANT result = {};
   Check(DispCallFunc(object.Get(), member.place, CC_STDCALL, VT_ERROR, static_cast<UINT>(count), types.data(),
@@ -187,7 +134,7 @@ void CallAnything() {
   if (depth >= kDeepest) return;
   ++depth;
   const auto which = dice.Below(classes.size());
-  if (dice.OneIn(20)) objects[which] = Make(classes[which].id);
+  if (dice.OneIn(20)) objects[which] = Make(library, classes[which].id);
   const auto& members = classes[which].members;
   const auto* member = &members[dice.Below(members.size())];
   if (IsAssignment(*member) && !dice.OneIn(6)) member = &members[dice.Below(members.size())];
@@ -276,7 +223,7 @@ class WildCallsTest : public ::testing::Test {
     // What the library keeps for good is made before a recording could stand in front of it.
     depth = kDeepest;
     values.Renew();
-    for (int i = 0; i < 10; ++i) Component(Make(classes.back().id)).Call(L"NewMessage");
+    for (int i = 0; i < 10; ++i) Component(Make(library, classes.back().id)).Call(L"NewMessage");
     EndSession();
   }
   static void TearDownTestSuite() { platform.reset(); }
@@ -301,7 +248,7 @@ class WildCallsTest : public ::testing::Test {
     dice.Seed(seed);
     values.Renew();
     auto recording = Recording();
-    for (const auto& each : classes) objects.push_back(Make(each.id));
+    for (const auto& each : classes) objects.push_back(Make(library, each.id));
     for (call = 0; call < kCallsOfSession && !HasFailure(); ++call) {
       if (dice.OneIn(12)) Bind();
       CallAnything();
@@ -318,9 +265,7 @@ class WildCallsTest : public ::testing::Test {
     depth = 0;
     for (const auto& file :
          {folder + L"TavioClassBillAction.dll", folder + L"Vexo10.dll", GetAppFolder() + L"Vexo10.dll"}) {
-      const HMODULE module = GetModuleHandleW(file.c_str());
-      EXPECT_TRUE(!module || Exported<HRESULT(STDAPICALLTYPE*)()>(module, "DllCanUnloadNow")() == S_OK)
-          << "objects are alive in " << Utf8(file) << " after " << Where();
+      EXPECT_EQ(CanUnload(file), S_OK) << "objects are alive in " << Utf8(file) << " after " << Where();
     }
     EXPECT_EQ(LivingFakes(), WildPlatform::kKept) << "after " << Where();
   }
