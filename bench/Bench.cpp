@@ -1,11 +1,17 @@
 #include "bench/Bench.h"
 
+#include <windows.h>
+#include <objbase.h>
+
 #include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <stdexcept>
 #include <vector>
+
+#include "foundation/values/Error.h"
+#include "tests/support/Packages.h"
 
 namespace tavio::bench {
 namespace {
@@ -100,6 +106,22 @@ void Bench::MeasureLimit(const char* name, double seconds, const Side& ours) {
               Readable(seconds).c_str(), time / seconds, Quantile(times, 0.25) / seconds,
               Quantile(times, 0.75) / seconds, Quantile(times, 0) / seconds, time > seconds ? "1 missed" : "1");
   std::fflush(stdout);
+}
+
+int RunBench(const char* program, int count, char** arguments, const std::function<void(Bench&)>& measure) try {
+  Check(CoInitialize(nullptr));
+  const std::string asked = count > 1 ? arguments[1] : "";
+  const bool checksOnly = asked == "--check";
+  Bench bench(checksOnly, checksOnly ? "" : asked);
+  measure(bench);
+  std::puts("finished");
+  return 0;
+} catch (const Error& error) {
+  std::fprintf(stderr, "%s: %s\n", program, test::Utf8(error.Description()).c_str());
+  return 1;
+} catch (const std::exception& error) {
+  std::fprintf(stderr, "%s: %s\n", program, error.what());
+  return 1;
 }
 
 }  // namespace tavio::bench

@@ -100,6 +100,10 @@ Prepared<Prepare, Run> OnNew(Prepare prepare, Run run) {
   return {std::move(prepare), std::move(run)};
 }
 
+// A program of measurements, for its arguments: measures everything, or the lines whose work's name holds the first, or
+// checks for "--check". Answers its exit code, and says what failed.
+int RunBench(const char* program, int count, char** arguments, const std::function<void(Bench&)>& measure);
+
 // The measured parts, a file each.
 void MeasureSending(Bench& bench);  // first: logging is off for good once the log has said so
 void MeasureTranslation(Bench& bench);

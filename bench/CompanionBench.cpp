@@ -1,10 +1,7 @@
 #include <windows.h>
-#include <objbase.h>
 
-#include <cstdio>
 #include <filesystem>
 #include <optional>
-#include <stdexcept>
 #include <string>
 
 #include "bench/Bench.h"
@@ -14,7 +11,6 @@
 #include "foundation/packages/Vector.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/Error.h"
-#include "tests/support/Packages.h"
 
 // The companion over the development platform, all of it registered.
 //
@@ -204,21 +200,9 @@ void MeasureCompanion(Bench& bench) {
 }  // namespace
 }  // namespace tavio::bench
 
-int main(int count, char** arguments) try {
+int main(int count, char** arguments) {
   const auto folder = std::filesystem::temp_directory_path() / "CompanionBench.data";
   std::filesystem::remove_all(folder);
   SetEnvironmentVariableW(L"TAVIO_DEV_FOLDER", folder.c_str());
-  if (FAILED(CoInitialize(nullptr))) return 1;
-  const std::string asked = count > 1 ? arguments[1] : "";
-  const bool checksOnly = asked == "--check";
-  tavio::bench::Bench bench(checksOnly, checksOnly ? "" : asked);
-  tavio::bench::MeasureCompanion(bench);
-  std::puts("finished");
-  return 0;
-} catch (const tavio::Error& error) {
-  std::fprintf(stderr, "CompanionBench: %s\n", tavio::test::Utf8(error.Description()).c_str());
-  return 1;
-} catch (const std::exception& error) {
-  std::fprintf(stderr, "CompanionBench: %s\n", error.what());
-  return 1;
+  return tavio::bench::RunBench("CompanionBench", count, arguments, tavio::bench::MeasureCompanion);
 }

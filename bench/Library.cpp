@@ -3,20 +3,14 @@
 #include <string>
 
 #include "foundation/values/OwnModule.h"
+#include "tests/support/Server.h"
 
 namespace tavio::bench {
 
 ComPtr<IDispatch> NewObject(REFCLSID id) {
   static const HMODULE library = LoadLibraryW((GetAppFolder() + L"TavioClassBillAction.dll").c_str());
   CheckWindows(library != nullptr);
-  using GetClassObject = HRESULT(STDAPICALLTYPE*)(REFCLSID, REFIID, void**);
-  static const auto getClassObject =
-      reinterpret_cast<GetClassObject>(reinterpret_cast<void*>(GetProcAddress(library, "DllGetClassObject")));
-  ComPtr<IClassFactory> factory;
-  ComPtr<IDispatch> object;
-  Check(getClassObject(id, IID_PPV_ARGS(&factory)));
-  Check(factory->CreateInstance(nullptr, IID_PPV_ARGS(&object)));
-  return object;
+  return test::Make(library, id);
 }
 
 ComPtr<_Message> NewBoundMessage() {
@@ -26,6 +20,15 @@ ComPtr<_Message> NewBoundMessage() {
   Check(message->putref_TableInfo(empty.Object().Get()));
   Check(message->NewMessage());
   return message;
+}
+
+void AddVariable(const ComPtr<_Message>& message, const Text& name, const Text& caption, const Text& value) {
+  const auto variable = Dictionary::New();
+  variable.Set(L"FName"_key, Value(TextView(name)));
+  variable.Set(L"FCaption"_key, Value(TextView(caption)));
+  variable.Set(L"FValue"_key, Value(TextView(value)));
+  VARIANT_BOOL added = VARIANT_FALSE;
+  Check(message->AddVariable(variable.Object().Get(), &added));
 }
 
 ComPtr<IDispatch> HostBox::Over(const ComPtr<IDispatch>& package, Maker maker) {

@@ -23,6 +23,7 @@ inline ComPtr<_BillActions> NewBillActions() { return New<_BillActions>(__uuidof
 
 // Bound, and with an empty package.
 ComPtr<_Message> NewBoundMessage();
+void AddVariable(const ComPtr<_Message>& message, const Text& name, const Text& caption, const Text& value);
 
 // Whose container a package is, and so how the library reaches it.
 enum class Maker { kOurs, kPublished, kByName };

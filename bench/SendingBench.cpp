@@ -114,12 +114,7 @@ Everyday EverydayMessage() {
   Everyday everyday{NewBoundMessage(), {}, {}};
   Check(everyday.message->put_ClassTypeID(kClass));
   for (std::int32_t i = 0; i < kVariables; ++i) {
-    const auto variable = Dictionary::New();
-    variable.Set(L"FName"_key, Value(TextView(NameOf(i))));
-    variable.Set(L"FCaption"_key, Value(TextView(NameOf(i))));
-    variable.Set(L"FValue"_key, Value(TextView(ValueOf(i))));
-    VARIANT_BOOL added = VARIANT_FALSE;
-    Check(everyday.message->AddVariable(variable.Object().Get(), &added));
+    AddVariable(everyday.message, NameOf(i), NameOf(i), ValueOf(i));
     everyday.values[NameOf(i)] = ValueOf(i);
     everyday.content += L"字段 [" + NameOf(i) + L"]\r\n";
   }

@@ -31,17 +31,6 @@ struct Texts {
   std::unordered_map<std::wstring_view, std::wstring_view> replacements;
 };
 
-void AddVariables(const ComPtr<_Message>& message, std::int32_t count) {
-  for (std::int32_t i = 0; i < count; ++i) {
-    const auto variable = Dictionary::New();
-    variable.Set(L"FName"_key, Value(TextView(NameOf(i))));
-    variable.Set(L"FCaption"_key, Value(TextView(CaptionOf(i))));
-    variable.Set(L"FValue"_key, Value(TextView(ValueOf(i))));
-    VARIANT_BOOL added = VARIANT_FALSE;
-    Check(message->AddVariable(variable.Object().Get(), &added));
-  }
-}
-
 Plain PlainOf(To to, std::int32_t count) {
   Plain plain;
   for (std::int32_t i = 0; i < count; ++i) {
@@ -56,7 +45,7 @@ Plain PlainOf(To to, std::int32_t count) {
 Texts TextsFor(const Bench& bench, To to) {
   const auto count = bench.Size(kVariables);
   Texts texts{NewBoundMessage(), {}, {}, PlainOf(to, count), {}};
-  AddVariables(texts.message, count);
+  for (std::int32_t i = 0; i < count; ++i) AddVariable(texts.message, NameOf(i), CaptionOf(i), ValueOf(i));
   for (std::int32_t i = 0; i < count; ++i) {
     const auto filler = static_cast<std::size_t>(i % 10 + 4);
     texts.once += L"[" + (to == To::kNames ? CaptionOf(i) : NameOf(i)) + L"]" + Text(filler, L'文');
