@@ -268,7 +268,9 @@ TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
   const Value word(L"x"), five(5), nothing{ComPtr<IDispatch>()}, stranger(FakeObject().New()),
       malformed = Record({{L"FID", L"x"}}).AsValue();
   Value large(3e9), number(5), object(FakeObject().New());
-  const wchar_t* const mismatch = L"«类型不匹配»";  // in the words of the member, which was reached
+  constexpr HRESULT kMismatch = DISP_E_TYPEMISMATCH;
+  const wchar_t* const words = L"«类型不匹配»";  // of the member, which was reached
+  const CLSID& actions = __uuidof(::BillActions);
   const struct {
     const char* name;
     const CLSID& on;
@@ -276,28 +278,16 @@ TEST_F(ServerTest, WrongArgumentsAreRefusedCleanly) {
     HRESULT outcome;
     const wchar_t* description = L"";
   } cases[] = {
-      {"text for a number", __uuidof(::BillActions), {L"ClassTypeID", {word.Raw()}, kLet}, DISP_E_TYPEMISMATCH},
-      {"no object for a number", __uuidof(::BillEnvironments), {L"GetList", {nothing.Raw()}}, DISP_E_TYPEMISMATCH},
-      {"variable beyond 32 bits", __uuidof(::BillActions), {L"ClassTypeID", {Variable(large)}, kLet}, DISP_E_OVERFLOW},
-      {"read of what is only set", __uuidof(::BillActions), {L"ClassType", {}, kGet}, DISP_E_MEMBERNOTFOUND},
-      {"argument for none", __uuidof(::BillActions), {L"Initialize", {five.Raw()}}, DISP_E_BADPARAMCOUNT},
-      {"number for a package", __uuidof(::BillActions), {L"AddNew", {Variable(number)}}, DISP_E_TYPEMISMATCH},
-      {"stranger for a package",
-       __uuidof(::BillActions),
-       {L"AddNew", {Variable(object)}},
-       DISP_E_TYPEMISMATCH,
-       mismatch},
-      {"stranger for a list",
-       __uuidof(::BillActions),
-       {L"ClassTypeEntry", {stranger.Raw()}, kLet},
-       DISP_E_TYPEMISMATCH,
-       mismatch},
-      {"template whose FID is a word",
-       __uuidof(::BillActions),
-       {L"ClassType", {malformed.Raw()}, kSet},
-       DISP_E_TYPEMISMATCH,
-       mismatch},
-      {"number for any object", __uuidof(::Message), {L"GroupInfo", {five.Raw()}, kSet}, DISP_E_TYPEMISMATCH, mismatch},
+      {"text for a number", actions, {L"ClassTypeID", {word.Raw()}, kLet}, kMismatch},
+      {"no object for a number", __uuidof(::BillEnvironments), {L"GetList", {nothing.Raw()}}, kMismatch},
+      {"variable beyond 32 bits", actions, {L"ClassTypeID", {Variable(large)}, kLet}, DISP_E_OVERFLOW},
+      {"read of what is only set", actions, {L"ClassType", {}, kGet}, DISP_E_MEMBERNOTFOUND},
+      {"argument for none", actions, {L"Initialize", {five.Raw()}}, DISP_E_BADPARAMCOUNT},
+      {"number for a package", actions, {L"AddNew", {Variable(number)}}, kMismatch},
+      {"stranger for a package", actions, {L"AddNew", {Variable(object)}}, kMismatch, words},
+      {"stranger for a list", actions, {L"ClassTypeEntry", {stranger.Raw()}, kLet}, kMismatch, words},
+      {"template whose FID is a word", actions, {L"ClassType", {malformed.Raw()}, kSet}, kMismatch, words},
+      {"number for any object", __uuidof(::Message), {L"GroupInfo", {five.Raw()}, kSet}, kMismatch, words},
   };
   for (const auto& c : cases) {
     Call call = {c.call.member, c.call.arguments, c.call.flags};
