@@ -202,49 +202,51 @@ HRESULT Recording::Answer(IDispatch* real, const Invocation& call, bool& passed)
   if (call.progId == kLog) return AnswerForLog(real, call, passed);
   const com::Arguments arguments(*call.parameters);
   passed = mode_ == Mode::kTrace || OnlyReads(call.progId, call.member, call.Assigns(), arguments);
-  if (passed) {
-    return real->Invoke(call.id, IID_NULL, call.locale, call.flags, call.parameters, call.result, call.info,
-                        call.wrongArgument);
-  }
+  if (passed) return call.PassTo(real);
   auto answer = AnswerInstead(call.progId, call.member, arguments);
   if (call.result) *call.result = answer.Detach();
   return S_OK;
 }
 
-// The log says that it is on, so that every operation tells its beginning and its end.
 HRESULT Recording::AnswerForLog(IDispatch* real, const Invocation& call, bool& passed) {
-  const com::Arguments arguments(*call.parameters);
-  const auto passOn = [&] {
-    passed = true;
-    return real->Invoke(call.id, IID_NULL, call.locale, call.flags, call.parameters, call.result, call.info,
-                        call.wrongArgument);
-  };
-  if (EqualsName(call.member, L"IsEnabled")) {
+  if (EqualsName(call.member, L"IsEnabled")) return AnswerIsEnabled(real, call);
+  if (EqualsName(call.member, L"LogStart")) return AnswerLogStart(real, call, passed);
+  if (EqualsName(call.member, L"LogEnd")) return AnswerLogEnd(real, call, passed);
+  passed = mode_ == Mode::kTrace;
+  return passed ? call.PassTo(real) : S_OK;
+}
+
+// The log says that it is on, so that every operation tells its beginning and its end.
+HRESULT Recording::AnswerIsEnabled(IDispatch* real, const Invocation& call) {
+  if (mode_ == Mode::kTrace) {
     Value answer;
-    if (mode_ == Mode::kTrace) {
-      realLogIsOn_ = SUCCEEDED(real->Invoke(call.id, IID_NULL, call.locale, call.flags, call.parameters,
-                                            answer.Receive(), call.info, nullptr)) &&
-                     answer.Type() == VT_BOOL && answer.ToBool();
-    }
-    if (call.result) *call.result = Value(true).Detach();
-    return S_OK;
+    auto asked = call;
+    asked.result = answer.Receive();
+    asked.wrongArgument = nullptr;
+    realLogIsOn_ = SUCCEEDED(asked.PassTo(real)) && answer.Type() == VT_BOOL && answer.ToBool();
   }
-  if (EqualsName(call.member, L"LogStart")) {
-    const Text label = arguments.OrEmpty(0).ToText();
-    if (realLogIsOn_ && call.result) {
-      const HRESULT result = passOn();
-      if (SUCCEEDED(result)) OpenEntry(Value::CopyOf(*call.result).ToInt32(), label);
-      return result;
-    }
-    if (call.result) *call.result = Value(OpenEntry(--ownHandles_, label)).Detach();
-    return S_OK;
+  if (call.result) *call.result = Value(true).Detach();
+  return S_OK;
+}
+
+HRESULT Recording::AnswerLogStart(IDispatch* real, const Invocation& call, bool& passed) {
+  const Text label = com::Arguments(*call.parameters).OrEmpty(0).ToText();
+  passed = realLogIsOn_ && call.result;
+  if (passed) {
+    const HRESULT result = call.PassTo(real);
+    if (SUCCEEDED(result)) OpenEntry(Value::CopyOf(*call.result).ToInt32(), label);
+    return result;
   }
-  if (EqualsName(call.member, L"LogEnd")) {
-    const auto handle = arguments.OrEmpty(0).ToInt32();
-    CloseEntry(handle, arguments.OrEmpty(1).ToInt32());
-    return handle >= 0 && mode_ == Mode::kTrace ? passOn() : S_OK;
-  }
-  return mode_ == Mode::kTrace ? passOn() : S_OK;
+  if (call.result) *call.result = Value(OpenEntry(--ownHandles_, label)).Detach();
+  return S_OK;
+}
+
+HRESULT Recording::AnswerLogEnd(IDispatch* real, const Invocation& call, bool& passed) {
+  const com::Arguments arguments(*call.parameters);
+  const auto handle = arguments.OrEmpty(0).ToInt32();
+  CloseEntry(handle, arguments.OrEmpty(1).ToInt32());
+  passed = handle >= 0 && mode_ == Mode::kTrace;
+  return passed ? call.PassTo(real) : S_OK;
 }
 
 std::int32_t Recording::OpenEntry(std::int32_t handle, TextView label) {

@@ -56,6 +56,9 @@ struct Invocation {
   UINT* wrongArgument;
 
   bool Assigns() const noexcept { return (flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0; }
+  HRESULT PassTo(IDispatch* real) const {
+    return real->Invoke(id, IID_NULL, locale, flags, parameters, result, info, wrongArgument);
+  }
 };
 
 // Stands in front of the platform's components in this thread from Start to Stop, by class objects of its own under
@@ -111,6 +114,9 @@ class Recording : public std::enable_shared_from_this<Recording> {
   Call& Begin(Call::Kind kind, const wchar_t* progId, TextView member);
   HRESULT Answer(IDispatch* real, const Invocation& call, bool& passed);
   HRESULT AnswerForLog(IDispatch* real, const Invocation& call, bool& passed);
+  HRESULT AnswerIsEnabled(IDispatch* real, const Invocation& call);
+  HRESULT AnswerLogStart(IDispatch* real, const Invocation& call, bool& passed);
+  HRESULT AnswerLogEnd(IDispatch* real, const Invocation& call, bool& passed);
   std::int32_t OpenEntry(std::int32_t handle, TextView label);
   void CloseEntry(std::int32_t handle, std::int32_t outcome);
   std::int32_t OpenNow() const noexcept { return open_.empty() ? 0 : open_.back(); }

@@ -39,8 +39,7 @@ HRESULT RecordingObject::PassOn(const Invocation& call) {
       Value::CopyOf(call.parameters->rgvarg[1]).ToInt32() < 0) {
     return S_OK;
   }
-  return real_->Invoke(call.id, IID_NULL, call.locale, call.flags, call.parameters, call.result, call.info,
-                       call.wrongArgument);
+  return call.PassTo(real_.Get());
 }
 
 STDMETHODIMP RecordingObject::Invoke(DISPID id, REFIID, LCID locale, WORD flags, DISPPARAMS* parameters,
