@@ -1,22 +1,17 @@
-#include <functional>
-
-#include "com/server/LateBound.h"
+#include "companion/preview/Compose.h"
 #include "companion/recorder/Secrets.h"
 #include "companion/recorder/SelectOnly.h"
+#include "foundation/values/InvokeByName.h"
 #include "tests/companion/Platform.h"
+#include "tests/support/FakeComponent.h"
+#include "tests/support/Passed.h"
 
 namespace tavio::test {
 namespace {
 
 Component Recorder() { return Component::Create(L"TavioCompanion.Recorder"); }
 Component Boxes() { return Component::Create(L"TavioCompanion.Boxes"); }
-
 Component Gateway() { return Component::Create(L"MorlaMobileOpen.MorlaSendMail"); }
-Component MailMessage() {
-  const auto message = HostMessage();
-  PackageOf(message).Set(L"EmailUsers"_key, Users({16395}));
-  return message;
-}
 
 std::string TextsOf(const Component& boxes) {
   std::string texts;
@@ -28,17 +23,8 @@ std::string TextsOf(const Component& boxes) {
   return texts;
 }
 
-struct FaultRow {
-  const char* name;
-  const wchar_t* member;
-  const wchar_t* fault;
-  const wchar_t* detail;  // null for the usual
-  bool sent;
-  const char* boxes;
-};
-
 // A gateway that cannot be made leaves the mail to SMTP, for which no server is set: silence.
-constexpr FaultRow kFaultRows[] = {
+constexpr std::tuple<const char*, const wchar_t*, const wchar_t*, const wchar_t*, bool, const char*> kFaultRows[] = {
     {"not created", L"", L"not created", nullptr, false, ""},
     {"missing", L"MorlaSendMail", L"missing", nullptr, false, ""},
     {"raises", L"MorlaSendMail", L"raises", L"断开", false, ""},
@@ -48,18 +34,19 @@ constexpr FaultRow kFaultRows[] = {
 };
 
 TEST(RecorderTest, BreaksTheCallThatItIsToldToAndNoOther) {
-  const auto message = MailMessage();
+  const auto message = HostMessage();
+  PackageOf(message).Set(L"EmailUsers"_key, Users({16395}));
   const auto send = [&] { return message.Call(L"SendEmail", Value(ComPtr<IDispatch>())).ToBool(); };
-  for (const auto& row : kFaultRows) {
+  for (const auto& [name, member, fault, detail, sent, shown] : kFaultRows) {
     const auto recorder = Recorder(), boxes = Boxes();
-    recorder.Call(L"Break", L"MorlaMobileOpen.MorlaSendMail", row.member, std::int32_t{2}, row.fault,
-                  row.detail ? Value(row.detail) : Value::Missing());
+    recorder.Call(L"Break", L"MorlaMobileOpen.MorlaSendMail", member, std::int32_t{2}, fault,
+                  detail ? Value(detail) : Value::Missing());
     recorder.Call(L"Trace");
     boxes.Call(L"Start");
-    EXPECT_TRUE(send()) << row.name;
-    EXPECT_EQ(send(), row.sent) << row.name;
-    EXPECT_TRUE(send()) << row.name;
-    EXPECT_EQ(TextsOf(boxes), row.boxes) << row.name;
+    EXPECT_TRUE(send()) << name;
+    EXPECT_EQ(send(), sent) << name;
+    EXPECT_TRUE(send()) << name;
+    EXPECT_EQ(TextsOf(boxes), shown) << name;
   }
   EXPECT_TRUE(send());
   const auto refusal = [](const wchar_t* progId, const wchar_t* fault) {
@@ -77,14 +64,16 @@ bool IsStoodBefore() {
   return SUCCEEDED(Gateway().Object()->QueryInterface(recorded, reinterpret_cast<void**>(own.GetAddressOf())));
 }
 
-struct EndRow {
-  const char* name;
-  std::function<void()> end;
-};
-
 TEST(RecorderTest, TakesEverythingBackHoweverItEnds) {
   Component recorder{nullptr};
-  const EndRow rows[] = {
+  // A host's own package: the gateway asks it for its fields, and it lets the recorder go.
+  FakeObject faithless;
+  faithless.On(L"Lookup", [] { return true; });
+  faithless.On(L"GetValue", [&] {
+    recorder = Component(nullptr);
+    return L"x";
+  });
+  const std::pair<const char*, std::function<void()>> rows[] = {
       {"let go", [&] { recorder = Component(nullptr); }},
       {"started twice",
        [&] {
@@ -93,78 +82,41 @@ TEST(RecorderTest, TakesEverythingBackHoweverItEnds) {
          recorder.Call(L"Stop");
        }},
       {"let go by a component that it called",
-       [&] {
-         // The package is a host's own object: the gateway asks it for its fields, and it lets the recorder go.
-         class Faithless : public com::LateBound {
-          public:
-           explicit Faithless(Component& held) {
-             Add(L"Lookup", [](com::Arguments&) { return Value(true); });
-             Add(L"GetValue", [&held](com::Arguments&) {
-               held = Component(nullptr);
-               return Value(L"x");
-             });
-           }
-         };
-         ComPtr<IDispatch> package;
-         *package.GetAddressOf() = new Faithless(recorder);
-         EXPECT_NE(Gateway().Call(L"MorlaSendMail", Value(package)).ToText(), L"");
-       }},
+       [&] { EXPECT_NE(Gateway().Call(L"MorlaSendMail", Value(faithless.New())).ToText(), L""); }},
   };
-  for (const auto& row : rows) {
+  for (const auto& [name, end] : rows) {
     recorder = Recorder();
     recorder.Call(L"Trace");
     const auto kept = Gateway();
-    EXPECT_TRUE(IsStoodBefore()) << row.name;
-    row.end();
-    EXPECT_FALSE(IsStoodBefore()) << row.name;
-    EXPECT_NE(kept.Call(L"MorlaSendMail", Dictionary::New()).ToText(), L"") << row.name;
+    EXPECT_TRUE(IsStoodBefore()) << name;
+    end();
+    EXPECT_FALSE(IsStoodBefore()) << name;
+    EXPECT_NE(kept.Call(L"MorlaSendMail", Dictionary::New()).ToText(), L"") << name;
   }
 }
 
-struct WildRow {
-  const char* name;
-  WORD flags;
-  UINT arguments;  // references to an unset object
-};
-
-constexpr WildRow kWildRows[] = {
-    {"too few arguments", DISPATCH_METHOD, 0},
-    {"an assignment to a method", DISPATCH_PROPERTYPUT, 1},
-    {"a reference to an unset object", DISPATCH_METHOD, 1},
-};
-
-HRESULT CallWildly(const WildRow& row) {
-  const auto object = Gateway().Object();
-  LPOLESTR name = const_cast<LPOLESTR>(L"MorlaSendMail");
-  DISPID member = 0, put = DISPID_PROPERTYPUT;
-  object->GetIDsOfNames(IID_NULL, &name, 1, 0, &member);
-  IDispatch* nothing = nullptr;
-  VARIANT argument = {};
-  argument.vt = VT_BYREF | VT_DISPATCH;
-  argument.ppdispVal = &nothing;
-  const bool assigns = row.flags == DISPATCH_PROPERTYPUT;
-  DISPPARAMS parameters = {&argument, assigns ? &put : nullptr, row.arguments, assigns ? 1u : 0u};
-  EXCEPINFO info = {};
-  Value result;
-  const HRESULT outcome = object->Invoke(member, IID_NULL, 0, row.flags, &parameters, result.Receive(), &info, nullptr);
-  for (BSTR text : {info.bstrSource, info.bstrDescription, info.bstrHelpFile}) SysFreeString(text);
-  return outcome;
+// With so many references to an unset object.
+std::string CallWildly(WORD flags, std::size_t arguments) {
+  Value unset{ComPtr<IDispatch>()};
+  VARIANT argument = Typed(unset);
+  return Raised([&] { InvokeByName(Gateway().Object().Get(), L"MorlaSendMail", flags, {&argument, arguments}); });
 }
 
 // Whatever a caller does to a component, it fails or succeeds as it does without the recorder.
 TEST(RecorderTest, AnswersWildCallsAsTheComponentDoes) {
-  for (const auto& row : kWildRows) {
-    const HRESULT expected = CallWildly(row);
+  const std::pair<WORD, std::size_t> calls[] = {{DISPATCH_METHOD, 0}, {DISPATCH_METHOD, 1}, {DISPATCH_PROPERTYPUT, 1}};
+  for (const auto& [flags, arguments] : calls) {
+    const auto expected = CallWildly(flags, arguments);
     const auto recorder = Recorder();
     recorder.Call(L"Trace");
-    EXPECT_EQ(CallWildly(row), expected) << row.name;
+    EXPECT_EQ(CallWildly(flags, arguments), expected) << flags << " with " << arguments;
     const auto none = Gateway().Object()->Invoke(1, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr);
     EXPECT_EQ(none, E_POINTER);
   }
 }
 
 TEST(RecorderTest, MasksSecretsWhereverTheyTravel) {
-  Execute(L"update t_Setting set FValue = '1' where FName = 'LogEnabled'");
+  Sql(L"update t_Setting set FValue = '1' where FName = 'LogEnabled'");
   const auto recorder = Recorder();
   recorder.Call(L"Break", L"Jmail.Message", L"Send", std::int32_t{1}, L"raises", L"Pwd=gh;");
   recorder.Call(L"DryRun");
@@ -172,8 +124,7 @@ TEST(RecorderTest, MasksSecretsWhereverTheyTravel) {
   mail.Assign(L"MailServerPassWord", Value(L"geheim-17"));
   mail.Call(L"AddRecipient", L"geheim-17@example.com");
   EXPECT_EQ(Raised([&] { mail.Call(L"Send", L"x"); }), "Pwd=gh;");
-  const auto props = Component::Create(L"TavioSharedProps.PropStore").Call(L"GetProperty", 0, L"PropsString").ToText();
-  Component::Create(L"TavioMClass.ClassInfo").Call(L"GetData", props, L"select 'Pwd=abcde;' from t_User");
+  Sql(L"select 'Pwd=abcde;' as F from t_User");
   recorder.Call(L"Stop");
   const auto json = Utf8(recorder.Read(L"Json").ToText()) + Utf8(recorder.Read(L"Text").ToText());
   EXPECT_NE(json.find("***@example.com"), std::string::npos);
@@ -183,11 +134,7 @@ TEST(RecorderTest, MasksSecretsWhereverTheyTravel) {
   EXPECT_EQ(companion::WithoutSecrets(L"failed: Pwd=gh;User=gh"), L"failed: Pwd=***;User=gh");
 }
 
-struct SqlRow {
-  const wchar_t* sql;
-  bool reads;
-};
-constexpr SqlRow kSqlRows[] = {
+constexpr std::pair<const wchar_t*, bool> kStatements[] = {
     {L"select 'INTO ;' as a, \"--\" from t;", true},
     {L"SELECT FIntoX, INTO_2 FROM t", true},
     {L"SELECT (1)INTO t", false},
@@ -201,7 +148,7 @@ constexpr SqlRow kSqlRows[] = {
 };
 
 TEST(RecorderTest, PassesOnOneSelectThatOnlyReads) {
-  for (const auto& row : kSqlRows) EXPECT_EQ(companion::IsSelectOnly(row.sql), row.reads) << Utf8(row.sql);
+  for (const auto& [sql, reads] : kStatements) EXPECT_EQ(companion::IsSelectOnly(sql), reads) << Utf8(sql);
 }
 
 TEST(BoxesTest, AnswerTheDialogAndTheQuestionsByRules) {
@@ -209,9 +156,7 @@ TEST(BoxesTest, AnswerTheDialogAndTheQuestionsByRules) {
   PackageOf(message).Set(L"MessageUsers"_key, Users({16395}));
   message.Assign(L"MustSelectMsgUser", Value(true));
   message.Assign(L"Data", Dictionary::New().AsValue());
-  const auto actions = Component::Create(L"TavioClassBillAction.BillActions");
-  actions.Assign(L"ClassTypeID", Value(std::int32_t{1005}));
-  actions.Call(L"Initialize");
+  const auto actions = companion::LoadedActions(1005);
   const auto boxes = Boxes();
   boxes.Call(L"Start");
   EXPECT_FALSE(message.Call(L"SendMessage").ToBool());

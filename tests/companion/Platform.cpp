@@ -3,53 +3,23 @@
 #include <filesystem>
 #include <iostream>
 
+#include "companion/preview/Compose.h"
+#include "foundation/environment/SharedProperties.h"
 #include "foundation/packages/RecordSet.h"
 
 namespace tavio::test {
-namespace {
 
-constexpr std::int32_t kType = 1005, kBill = 5001;
-
-Component ClassInfo() { return Component::Create(L"TavioMClass.ClassInfo"); }
-
-}  // namespace
-
-Text Props() {
-  return Component::Create(L"TavioSharedProps.PropStore")
-      .Call(L"GetProperty", std::int32_t{0}, L"PropsString")
-      .ToText();
+std::string Sql(const Text& statement) {
+  std::string column;
+  const auto classInfo = Component::Create(L"TavioMClass.ClassInfo");
+  const RecordSet rows(classInfo.Call(L"GetData", GetPropsString(), statement));
+  for (; !rows.EndReached(); rows.MoveNext()) column += Show(rows.Field(L"F")) + " ";
+  return column;
 }
-
-std::string RowsOf(const Text& sql) {
-  std::string rows;
-  const Component records(ClassInfo().Call(L"GetData", Props(), sql).ToObject());
-  for (; !records.Read(L"EOF").ToBool(); records.Call(L"MoveNext")) {
-    const Component fields(records.Read(L"Fields").ToObject());
-    std::string row;
-    for (std::int32_t i = 0; i < fields.Read(L"Count").ToInt32(); ++i) {
-      Text cell;
-      Component(fields.Call(L"Item", i).ToObject()).Read(L"Value").AppendTo(cell);
-      row += (i ? " " : "") + Utf8(cell);
-    }
-    rows += (rows.empty() ? "" : "; ") + row;
-  }
-  return rows;
-}
-
-void Execute(const Text& sql) { ClassInfo().Call(L"GetData", Props(), sql); }
 
 Component HostMessage() {
-  const auto info = ClassInfo();
-  const Text props = Props();
-  const auto message = Component::Create(L"TavioClassBillAction.Message");
-  message.Assign(L"ClassTypeID", Value(kType));
-  message.Assign(L"ClassType", info.Call(L"GetClassType", props, kType));
-  message.Assign(L"TableInfo", info.Call(L"GetTableInfo", props, kType));
-  message.Call(L"RefreshVariableList");
+  auto message = companion::Compose(1005, L"Save", Value(1), 5001).message;
   message.Call(L"NewMessage");
-  const auto bill = info.Call(L"GetBillData", props, kType, kBill);
-  message.Assign(L"Data", bill);
-  message.Call(L"RefreshVariableValue", bill);
   return message;
 }
 
@@ -79,8 +49,8 @@ int main(int count, char** arguments) {
   int failed = 0;
   {
     // Who holds a component that has been at the database keeps its connection open for all.
-    const auto connected = tavio::Component::Create(L"TavioMClass.ClassInfo");
-    connected.Call(L"getpredefineactions", tavio::test::Props());
+    const tavio::companion::Templates connected;
+    connected.ClassType(1005);
     failed = RUN_ALL_TESTS();
   }
   CoUninitialize();

@@ -12,24 +12,17 @@ namespace tavio::test {
 
 // The development platform as hosts reach it, and what tests change in it.
 
-// The shared properties, which every component is given.
-Text Props();
-
-// The rows of a query as text, one row after the other: "16394 张伟; 16395 李娜".
-std::string RowsOf(const Text& sql);
-// Runs a statement that answers no rows.
-void Execute(const Text& sql);
+// Runs a statement; what it answers in its column F, one after the other.
+std::string Sql(const Text& statement);
 
 // A column of the table of users is gone for its time, so that whoever asks for it fails.
 class WithoutUserColumn {
  public:
-  explicit WithoutUserColumn(Text column) : column_(std::move(column)) { Rename(column_, column_ + L"X"); }
-  ~WithoutUserColumn() { Rename(column_ + L"X", column_); }
+  explicit WithoutUserColumn(Text column) : column_(std::move(column)) { Sql(kRename + column_ + L" to FGone"); }
+  ~WithoutUserColumn() { Sql(kRename + L"FGone to " + column_); }
 
  private:
-  static void Rename(const Text& from, const Text& to) {
-    Execute(L"alter table t_User rename column " + from + L" to " + to);
-  }
+  const Text kRename = L"alter table t_User rename column ";
   Text column_;
 };
 

@@ -2,6 +2,7 @@
 #include <fstream>
 
 #include "companion/preview/Channels.h"
+#include "companion/preview/Compose.h"
 #include "tests/companion/Platform.h"
 
 namespace tavio::test {
@@ -10,6 +11,9 @@ namespace {
 constexpr const wchar_t* kChannels[] = {L"system", L"mail", L"short", L"approval"};
 
 Component Preview() { return Component::Create(L"TavioCompanion.Preview"); }
+Dictionary PreviewOf(const Component& message, const Component& preview = Preview()) {
+  return Dictionary(preview.Call(L"OfMessage", Value(message.Object())));
+}
 
 Dictionary ChannelOf(const Dictionary& result, const wchar_t* name) {
   return PackageAt(PackageAt(result, L"Channels"_key), Key(TextView(name)));
@@ -34,41 +38,18 @@ std::string ReasonOf(const Dictionary& channel, std::int32_t user) {
   return {};
 }
 
-// The people of the table of reasons. Bill 5001 names 16396 and 16394 in fields.
-class Staff {
- public:
-  Staff() {
-    Employ(7001, L"na@example.com", L"3800000002", 0, 1);        // within 李娜's
-    Employ(7002, L"COM;wangfang@example.com", L"02,138", 0, 1);  // across two entries
-    Employ(7003, L"", L"", 0, 1);
-    Employ(7004, L"same@example.com", L"13800000002", 0, 1);   // the very number of 李娜
-    Employ(7005, L"quiet@example.com", L"13900007005", 2, 0);  // a flag that forbids nothing
-  }
-  ~Staff() {
-    for (const auto* table : {L"t_User where FUserID", L"t_Emp where FItemID", L"t_UserNeedSend where FUserID"}) {
-      Execute(L"delete from " + Text(table) + L" between 7001 and 7005");
-    }
-  }
-
- private:
-  static void Employ(int id, const Text& mail, const Text& number, int forbidden, int told) {
-    const auto n = std::to_wstring(id), f = std::to_wstring(forbidden);
-    Execute(L"insert into t_Emp (FItemID, FNumber, FName, FMobilePhone, FEmail) values (" + n + L", 'E" + n + L"', 'N" +
-            n + L"', '" + number + L"', '" + mail + L"')");
-    Execute(L"insert into t_User (FUserID, FName, FEmpID, FForbidden) values (" + n + L", 'N" + n + L"', " + n + L", " +
-            f + L")");
-    Execute(L"insert into t_UserNeedSend (FUserID, FKind, FIsNeedSend) values (" + n + L", 3, " +
-            std::to_wstring(told) + L")");
-  }
-};
+// A user with an employee.
+void Employ(int id, const Text& mail, const Text& number, int forbidden, int told) {
+  const auto n = std::to_wstring(id);
+  Sql(L"insert into t_Emp values (" + n + L", 'E', 'N', '" + number + L"', '" + mail + L"')");
+  Sql(L"insert into t_User values (" + n + L", 'N', " + n + L", " + std::to_wstring(forbidden) + L")");
+  Sql(L"insert into t_UserNeedSend values (" + n + L", 3, " + std::to_wstring(told) + L")");
+}
 
 Component ReasonsMessage() {
   const auto message = HostMessage();
   const auto package = PackageOf(message);
-  package.Set(
-      L"FTitle"_key,
-      Value(L"标题 [FBillNo] "
-            L"这个标题比五十个字符长得多这个标题比五十个字符长得多这个标题比五十个字符长得多这个标题比五十个字符"));
+  package.Set(L"FTitle"_key, Value(TextView(L"标题 [FBillNo] " + Text(50, L'长'))));
   package.Set(L"FMessage"_key, Value(L"[FBillNo] [FHost] [FGroup] [FCheckState] [FNone] \u20bf [open"));
   package.Set(L"FAccessoryForEmail"_key, Value(true));
   for (const auto* list : {L"MessageUsers", L"EmailUsers", L"SMSUsers"}) {
@@ -85,13 +66,12 @@ Component ReasonsMessage() {
   return message;
 }
 
-struct ReasonRow {
+// Bill 5001 names 16396 and 16394 in fields.
+constexpr struct {
   const char* name;
   std::int32_t user;
   const char* reasons[4];  // in the order of kChannels
-};
-
-constexpr ReasonRow kReasonRows[] = {
+} kReasonRows[] = {
     {"gets everything", 16395, {"gets it", "gets it", "gets it", "gets it"}},
     {"excluded", 16397, {"excluded", "excluded", "excluded", "excluded"}},
     {"by a bill field", 16396, {"gets it 负责人", "gets it", "gets it", ""}},
@@ -110,19 +90,25 @@ constexpr ReasonRow kReasonRows[] = {
 };
 
 TEST(PreviewTest, TellsWhyEachPersonGetsItOrNot) {
-  const Staff staff;
-  const auto preview = Preview();
-  const Dictionary result(preview.Call(L"OfMessage", Value(ReasonsMessage().Object())));
+  Employ(7001, L"na@example.com", L"3800000002", 0, 1);        // within 李娜's
+  Employ(7002, L"COM;wangfang@example.com", L"02,138", 0, 1);  // across two entries
+  Employ(7003, L"", L"", 0, 1);
+  Employ(7004, L"same@example.com", L"13800000002", 0, 1);   // the very number of 李娜
+  Employ(7005, L"quiet@example.com", L"13900007005", 2, 0);  // a flag that forbids nothing
+  const auto result = PreviewOf(ReasonsMessage());
   for (const auto& row : kReasonRows) {
     for (std::size_t i = 0; i < std::size(kChannels); ++i) {
       EXPECT_EQ(ReasonOf(ChannelOf(result, kChannels[i]), row.user), row.reasons[i])
           << row.name << ", " << Utf8(kChannels[i]);
     }
   }
+  for (const auto* table : {L"t_User where FUserID", L"t_Emp where FItemID", L"t_UserNeedSend where FUserID"}) {
+    Sql(L"delete from " + Text(table) + L" between 7001 and 7005");
+  }
 }
 
 TEST(PreviewTest, TellsWhereValuesComeFromAndWhatIsLost) {
-  const Dictionary result(Preview().Call(L"OfMessage", Value(ReasonsMessage().Object())));
+  const auto result = PreviewOf(ReasonsMessage());
   std::string origins;
   const Vector variables(*result.Get(L"Variables"_key));
   for (std::int32_t i = 1; i <= variables.Count(); ++i) {
@@ -142,9 +128,9 @@ TEST(PreviewTest, TellsWhereValuesComeFromAndWhatIsLost) {
 
 // Everything that the platform keeps of what was sent. (The log is the library's, which held it before the recorder.)
 std::string Stored() {
-  return RowsOf(L"select count(*) from t_Inbox") + " " + RowsOf(L"select count(*) from t_MailOutbox") + " " +
-         RowsOf(L"select count(*) from t_SmsOutbox") + " " +
-         RowsOf(L"select FNext from t_Identity where FName <> 'Log' order by FName");
+  return Sql(L"select count(*) as F from t_Inbox union all select count(*) from t_MailOutbox "
+             L"union all select count(*) from t_SmsOutbox") +
+         Sql(L"select FNext as F from t_Identity where FName <> 'Log' order by FName");
 }
 
 // The calls that reached a component, with their arguments as they are written down.
@@ -168,7 +154,7 @@ std::string WithoutPath(std::string request) {
 TEST(PreviewTest, ShowsWhatTheGatewaysThenGetAndSendsNothingItself) {
   const auto message = ReasonsMessage();
   const auto before = Stored(), package = Show(PackageOf(message)), variables = Show(message.Call(L"GetVariableList"));
-  const Dictionary result(Preview().Call(L"OfMessage", Value(message.Object())));
+  const auto result = PreviewOf(message);
   EXPECT_EQ(Stored(), before);
   EXPECT_EQ(Show(PackageOf(message)), package);
   EXPECT_EQ(Show(message.Call(L"GetVariableList")), variables);
@@ -196,72 +182,40 @@ TEST(PreviewTest, ShowsWhatTheGatewaysThenGetAndSendsNothingItself) {
   EXPECT_EQ(system.find("Pwd"), std::string::npos);
 }
 
-struct FailureRow {
-  const char* name;
-  void (*spoil)(const Component& message);
-  const wchar_t* channel;
-  const char* problem;
-  const char* reason;  // of 16395
-};
-
-const FailureRow kFailureRows[] = {
-    {"no list", [](const Component& m) { PackageOf(m).Remove(L"SMSUsers"_key); }, L"short", "消息中没有接收人名单", ""},
-    {"a bad key",
-     [](const Component& m) {
-       PackageOf(m).Set(L"EmailUsers"_key, Record({{L"x1", 0}, {L"16395", 0}}));
-     },
-     L"mail", "名单中的键不是用户编号: x1", "failed"},
-    {"a bad key of a notice",
-     [](const Component& m) {
-       PackageOf(m).Set(L"MessageUsers"_key, Record({{L"x1", 0}, {L"16395", 0}}));
-     },
-     L"approval", "名单中的键不是用户编号: x1", "failed"},
-    {"one user in two entries",
-     [](const Component& m) {
-       PackageOf(m).Set(L"EmailUsers"_key, Record({{L"16395", 0}, {L"x", Record({{L"FUserID", 16395}})}}));
-     },
-     L"mail", "", "gets it"},
-    {"no flag", [](const Component& m) { PackageOf(m).Set(L"FAccessoryForEmail"_key, Value(L"x")); }, L"mail",
-     "操作失败,但没有提示", "failed"},
-    {"a bad key of a system message",
-     [](const Component& m) {
-       PackageOf(m).Set(L"MessageUsers"_key, Record({{L"x1", 0}}));
-     },
-     L"system", "TavioClassBillAction.Message : SendMessage\r\n类型不匹配", ""},
-    {"one more than can be counted",
-     [](const Component& m) {
-       const auto many = Dictionary::New();
-       for (std::int32_t user = 1; user <= 32769; ++user) many.Set(Key(user), Dictionary::New());
-       PackageOf(m).Set(L"MessageUsers"_key, many);
-     },
-     L"system", "接收人超过32767个: TavioClassBillAction.Message : SendMessage\r\n溢出", "failed"},
-    {"nobody left", [](const Component& m) { PackageOf(m).Set(L"EmailUsers"_key, Users({16398})); }, L"mail",
-     "没有可发送的地址或号码", ""},
-};
-
 TEST(PreviewTest, NamesTheFailureOfAWholeChannel) {
-  for (const auto& row : kFailureRows) {
+  const auto badKey = Record({{L"x1", 0}, {L"16395", 0}}), tooMany = Dictionary::New();
+  for (std::int32_t user = 1; user <= 32769; ++user) tooMany.Set(Key(user), Value(0));
+  const std::string kBadKey = "名单中的键不是用户编号: x1", kSending = "TavioClassBillAction.Message : SendMessage\r\n";
+  const std::tuple<const char*, const wchar_t*, Item, const wchar_t*, std::string, const char*> rows[] = {
+      {"no list", L"SMSUsers", Dictionary(), L"short", "消息中没有接收人名单", ""},
+      {"a bad key", L"EmailUsers", badKey, L"mail", kBadKey, "failed"},
+      {"a bad key of a notice", L"MessageUsers", badKey, L"approval", kBadKey, "failed"},
+      {"a bad key of a system message", L"MessageUsers", badKey, L"system", kSending + "类型不匹配", "failed"},
+      {"one user in two entries", L"EmailUsers", Record({{L"16395", 0}, {L"x", Record({{L"FUserID", 16395}})}}),
+       L"mail", "", "gets it"},
+      {"no flag", L"FAccessoryForEmail", L"x", L"mail", "操作失败,但没有提示", "failed"},
+      {"too many", L"MessageUsers", tooMany, L"system", "接收人超过32767个: " + kSending + "溢出", "failed"},
+      {"nobody left", L"EmailUsers", Users({16398}), L"mail", "没有可发送的地址或号码", ""},
+  };
+  for (const auto& [name, field, value, channelName, problem, reason] : rows) {
     const auto message = ReasonsMessage();
-    row.spoil(message);
-    const auto preview = Preview();
-    const Dictionary result(preview.Call(L"OfMessage", Value(message.Object())));
-    const auto channel = ChannelOf(result, row.channel);
-    EXPECT_EQ(Utf8(channel.Get(L"FProblem"_key)->ToText()), row.problem) << row.name;
-    EXPECT_EQ(ReasonOf(channel, 16395), row.reason) << row.name;
+    PackageOf(message).Set(Key(TextView(field)), value.value);
+    const auto channel = ChannelOf(PreviewOf(message), channelName);
+    EXPECT_EQ(Utf8(channel.Get(L"FProblem"_key)->ToText()), problem) << name;
+    EXPECT_EQ(ReasonOf(channel, 16395), reason) << name;
   }
 }
 
 TEST(PreviewTest, TellsWhatTheTableOfUsersCannotTell) {
   const auto message = HostMessage(), preview = Preview();
-  const Dictionary bill(Component::Create(L"TavioMClass.ClassInfo")
-                            .Call(L"GetBillData", Props(), std::int32_t{1005}, std::int32_t{5001}));
+  const auto bill = companion::Templates().Bill(1005, 5001);
   PackageAt(bill, L"Page1"_key).Set(L"FManager"_key, Record({{L"FEmpID", 2}}));
   message.Assign(L"Data", bill.AsValue());
   preview.Assign(L"Bill", bill.AsValue());
   PackageOf(message).Set(L"MessageUsers"_key, Users({16395}));
   const auto channel = [&](const wchar_t* column, const wchar_t* name) {
     const WithoutUserColumn gone(column);
-    return ChannelOf(Dictionary(preview.Call(L"OfMessage", Value(message.Object()))), name);
+    return ChannelOf(PreviewOf(message, preview), name);
   };
   const auto notice = channel(L"FName", L"approval");
   EXPECT_EQ(Show(*notice.Get(L"FProblem"_key)), "\"读不到用户表 t_User\"");
@@ -269,120 +223,98 @@ TEST(PreviewTest, TellsWhatTheTableOfUsersCannotTell) {
   EXPECT_EQ(ReasonOf(channel(L"FForbidden", L"system"), 16395), "failed") << "the employee of a bill field";
 }
 
-struct AnswerRow {
-  const char* name;
-  Vector answer;
-  const wchar_t* box;  // of the operation that then failed; null if it was silent
-  const char* problem;
-  companion::Reason reason;  // of 16395
-};
-
 TEST(PreviewTest, TakesNobodysAnswerForAPersons) {
   using companion::Reason, companion::Snapshot;
   const auto nameless = Record({{L"Email", L"a@x"}}), other = Record({{L"FUserID", 16396}});
-  const AnswerRow rows[] = {
+  // The box is that of the operation that then failed; null if it was silent. The reason is that of 16395.
+  const std::tuple<const char*, Vector, const wchar_t*, const char*, Reason> rows[] = {
       {"another's", List({other}), L"Pwd is geheim-17", "Pwd is ***", Reason::kUnanswered},
       {"in order", List({nameless, Record({{L"Email", L"b@x"}})}), L"x", "x", Reason::kFailed},
       {"too few", List({nameless}), nullptr, "平台的答复没有 FUserID,不知道是谁的", Reason::kUnanswered},
       {"raises", {}, nullptr, "TavioMSmsManager.clsBillUseInfo.GetUserInfo: ", Reason::kFailed},
   };
   const auto list = Users({16395, 16396}), package = Record({{L"EmailUsers", list}});
-  for (const auto& row : rows) {
+  for (const auto& [name, answer, box, problem, reason] : rows) {
     std::deque<companion::Call> calls(1);
     calls[0].progId = L"TavioMSmsManager.clsBillUseInfo";
     calls[0].member = L"GetUserInfo";
     for (const auto& argument : {Value(L"Password=geheim-17;"), Value(L"U"), list.AsValue()}) {
       calls[0].arguments.push_back(Snapshot::Of(argument.Raw(), 100));
     }
-    if (row.answer) calls[0].answer = Snapshot::Of(row.answer.AsValue().Raw(), 100);
-    calls[0].result = row.answer ? S_OK : E_FAIL;
+    if (answer) calls[0].answer = Snapshot::Of(answer.AsValue().Raw(), 100);
+    calls[0].result = answer ? S_OK : E_FAIL;
     companion::Users users;
     companion::Sending sending{false, {&calls[0]}, {}};
-    if (row.box) sending.boxes.emplace_back(row.box);
+    if (box) sending.boxes.emplace_back(box);
     const auto channel = companion::MailOf(sending, {package, companion::Secrets(calls), users, {}, {}});
-    EXPECT_EQ(Utf8(channel.problem), row.problem) << row.name;
-    EXPECT_EQ(channel.people.at(0).reason, row.reason) << row.name;
+    EXPECT_EQ(Utf8(channel.problem), problem) << name;
+    EXPECT_EQ(channel.people.at(0).reason, reason) << name;
   }
 }
 
-// Without a gateway a mail goes over SMTP, if a server is set. Stands in for the settings of the client for its time.
-class MailServer {
- public:
-  MailServer() {
-    Execute(L"update t_Setting set FValue = 'smtp' where FName = 'MailWay'");
-    Set(L"mail.example.com");
-  }
-  ~MailServer() {
-    Set(L"");
-    Execute(L"update t_Setting set FValue = 'outbox' where FName = 'MailWay'");
-  }
-
- private:
-  static void Set(const wchar_t* server) {
-    const auto profile = Component::Create(L"TavioClientBase.UserProfile");
-    profile.Assign(L"UserIndependent", Value(true));
-    const Dictionary settings(profile.Call(L"Load", L"Base_EMAIL", L"Setting"));
-    settings.Set(L"txtMailSrv"_key, Value(server));
-    settings.Set(L"chkSmtp"_key, Value(true));
-    settings.Set(L"txtRZPassword"_key, Value(L"geheim-17"));
-    profile.Call(L"Save", L"Base_EMAIL", L"Setting", settings);
-  }
-};
-
+// Without a gateway a mail goes over SMTP, if a server is set.
 TEST(PreviewTest, ShowsWhatTheMailServerWouldGet) {
-  const MailServer server;
+  const auto profile = Component::Create(L"TavioClientBase.UserProfile");
+  profile.Assign(L"UserIndependent", Value(true));
+  const Dictionary usual(profile.Call(L"Load", L"Base_EMAIL", L"Setting")), settings = usual.Clone();
+  settings.Set(L"txtMailSrv"_key, Value(L"mail.example.com"));
+  settings.Set(L"chkSmtp"_key, Value(true));
+  settings.Set(L"txtRZPassword"_key, Value(L"geheim-17"));
+  profile.Call(L"Save", L"Base_EMAIL", L"Setting", settings);
+  Sql(L"update t_Setting set FValue = 'smtp' where FName = 'MailWay'");
   const auto message = HostMessage();
-  PackageOf(message).Set(L"EmailUsers"_key, Users({16395, 16396}));
-  const auto preview = Preview();
-  const auto mail = ChannelOf(Dictionary(preview.Call(L"OfMessage", Value(message.Object()))), L"mail");
+  const auto package = PackageOf(message);
+  package.Set(L"EmailUsers"_key, Users({16395, 16396}));
+  package.Set(L"FTitle"_key, Value(L"a\r\nb"));
+  package.Set(L"FMessage"_key, Value(L"一\r\n二"));
+  const auto mail = ChannelOf(PreviewOf(message), L"mail");
+  Sql(L"update t_Setting set FValue = 'outbox' where FName = 'MailWay'");
+  profile.Call(L"Save", L"Base_EMAIL", L"Setting", usual);
   EXPECT_EQ(Show(*mail.Get(L"FComponent"_key)), "\"Jmail.Message\"");
   EXPECT_EQ(ReasonOf(mail, 16395), "gets it");
   EXPECT_EQ(Show(*mail.Get(L"Request"_key)),
             "{Charset: \"GB2312\", ContentTransferEncoding: \"base64\", Encoding: \"base64\", ISOEncodeHeaders: true, "
             "Logging: true, MailServerUserName: \"\", MailServerPassWord: \"***\", From: \"platform@example.com\", "
-            "FromName: \"示范平台\", AddRecipient: [\"lina@example.com\", \"wangfang@example.com\"], Subject: \"\", "
-            "HTMLBody: \"\", Send: \"mail.example.com\"}");
+            "FromName: \"示范平台\", AddRecipient: [\"lina@example.com\", \"wangfang@example.com\"], "
+            "Subject: \"a  b\", HTMLBody: \"一<br>二\", Send: \"mail.example.com\"}");
 }
 
 // A process can have a manifest that is asked before any class object: the preview would send in earnest, or be told
 // nothing of whom the library asks about.
-void ExpectRefusal(const std::string& progId, const std::string& number) {
+TEST(PreviewTest, RefusesIfAManifestAnswersForAComponent) {
   wchar_t server[MAX_PATH];
   GetModuleFileNameW(GetModuleHandleW(L"DevPlatform.dll"), server, MAX_PATH);
   const auto manifest = std::filesystem::path(server).parent_path() / L"CompanionTest.manifest";
-  std::ofstream(manifest) << "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">"
-                             "<file name=\"DevPlatform.dll\"><comClass progid=\"" +
-                                 progId + "\" clsid=\"{d2a7b4c1-53e8-4f06-9b1d-842e6c705a" + number +
-                                 "}\" threadingModel=\"Apartment\"/></file>"
-                                 "</assembly>";
-  ACTCTXW wanted = {};
-  wanted.cbSize = sizeof wanted;
-  wanted.lpSource = manifest.c_str();
-  const HANDLE context = CreateActCtxW(&wanted);
-  ULONG_PTR cookie = 0;
-  ASSERT_TRUE(context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie));
-  const auto before = Stored();
   const auto message = ReasonsMessage();
-  EXPECT_EQ(Raised([&] { Preview().Call(L"OfMessage", Value(message.Object())); }),
-            "预览已拒绝:记录器无法拦截组件 " + progId);
-  EXPECT_TRUE(message.Read(L"MustSelectMsgUser").ToBool());
-  DeactivateActCtx(0, cookie);
-  ReleaseActCtx(context);
-  std::filesystem::remove(manifest);
-  EXPECT_EQ(Stored(), before);
-  EXPECT_EQ(Raised([&] { Preview().Call(L"OfMessage", Value(message.Object())); }), "");
-}
-
-TEST(PreviewTest, RefusesIfAManifestAnswersForAComponent) {
-  ExpectRefusal("TavioAppCommand.Command", "07");
-  ExpectRefusal("TavioMSmsManager.clsBillUseInfo", "09");
+  const std::pair<std::string, std::string> classes[] = {{"TavioAppCommand.Command", "07"},
+                                                         {"TavioMSmsManager.clsBillUseInfo", "09"}};
+  for (const auto& [progId, number] : classes) {
+    std::ofstream(manifest) << "<assembly xmlns=\"urn:schemas-microsoft-com:asm.v1\" manifestVersion=\"1.0\">"
+                               "<file name=\"DevPlatform.dll\"><comClass progid=\"" +
+                                   progId + "\" clsid=\"{d2a7b4c1-53e8-4f06-9b1d-842e6c705a" + number +
+                                   "}\"/></file></assembly>";
+    ACTCTXW wanted = {};
+    wanted.cbSize = sizeof wanted;
+    wanted.lpSource = manifest.c_str();
+    const HANDLE context = CreateActCtxW(&wanted);
+    ULONG_PTR cookie = 0;
+    ASSERT_TRUE(context != INVALID_HANDLE_VALUE && ActivateActCtx(context, &cookie));
+    const auto before = Stored();
+    EXPECT_EQ(Raised([&] { PreviewOf(message); }), "预览已拒绝:记录器无法拦截组件 " + progId);
+    DeactivateActCtx(0, cookie);
+    ReleaseActCtx(context);
+    std::filesystem::remove(manifest);
+    EXPECT_TRUE(message.Read(L"MustSelectMsgUser").ToBool());
+    EXPECT_EQ(Stored(), before);
+    EXPECT_EQ(Raised([&] { PreviewOf(message); }), "");
+  }
 }
 
 TEST(PreviewTest, WritesAPageInWhichEveryValueIsText) {
   const auto message = HostMessage();
   PackageOf(message).Set(L"FTitle"_key, Value(L"<script>alert('&\"')</script>"));
   const auto preview = Preview();
-  preview.Call(L"OfMessage", Value(message.Object()));
+  PreviewOf(message, preview);
   const auto page = Utf8(preview.Read(L"Html").ToText());
   EXPECT_EQ(page.find("<script"), std::string::npos);
   EXPECT_NE(page.find("&lt;script&gt;alert(&#39;&amp;&quot;&#39;)&lt;/script&gt;"), std::string::npos);

@@ -2,9 +2,9 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <iostream>
-#include <iterator>
 
 #include "foundation/packages/Component.h"
 
@@ -19,16 +19,11 @@ constexpr const wchar_t* kClasses[] = {L"TavioClassBillAction.BillActions",
                                        L"TavioMClass.ClassInfo",
                                        L"TavioCompanion.Checker"};
 
-std::size_t Created() {
-  std::size_t created = 0;
-  for (const auto* name : kClasses) {
-    try {
-      tavio::Component::Create(name);
-      ++created;
-    } catch (...) {
-    }
-  }
-  return created;
+bool IsCreated(const wchar_t* name) try {
+  tavio::Component::Create(name);
+  return true;
+} catch (...) {
+  return false;
 }
 
 bool Activate(const std::filesystem::path& folder) {
@@ -48,9 +43,9 @@ bool Activate(const std::filesystem::path& folder) {
 int wmain(int argc, wchar_t** argv) {
   if (argc != 2) return 2;
   CoInitialize(nullptr);
-  if (Created() != 0) return std::cout << "FAILED: something is registered\n", 1;
+  if (std::ranges::any_of(kClasses, &IsCreated)) return std::cout << "FAILED: something is registered\n", 1;
   if (!Activate(std::filesystem::canonical(argv[1]))) return std::cout << "FAILED: no context\n", 1;
-  if (Created() != std::size(kClasses)) return std::cout << "FAILED: not all were created\n", 1;
+  if (!std::ranges::all_of(kClasses, &IsCreated)) return std::cout << "FAILED: not all were created\n", 1;
   std::cout << "finished\n";
   return 0;
 }
