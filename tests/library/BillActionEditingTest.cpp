@@ -34,18 +34,11 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
   const auto withMessages = Record({{L"FCode", L"Save"}, {L"Messages", Record({{L"new", 1}})}});
   const auto renamed = Record({{L"FCode", L"Keep"}, {L"FCode_Old", L"Save"}, {L"FID", 9}});
   const auto known = Record({{L"x", Record({{L"FCode", L"Save"}, {L"FID", 5}, {L"Messages", Record({{L"old", 1}})}})}});
+  const std::string unknown = R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})";
   const std::string edited = R"({Save: {FCode: "Save", FID: 5, FStatus: 2, Messages: none}})";
-  const struct {
-    const char* row;
-    Dictionary collection, action;
-    std::string afterAddNew, afterUpdate;
-  } cases[] = {
+  const std::tuple<const char*, Dictionary, Dictionary, std::string, std::string> cases[] = {
       {"unknown", {}, save, R"({Save: {FCode: "Save", FID: 0, FStatus: 1, Messages: none}})", "as AddNew"},
-      {"unknown, with messages",
-       {},
-       withMessages,
-       R"({Save: {FCode: "Save", Messages: {new: 1}, FID: 0, FStatus: 1}})",
-       "as AddNew"},
+      {"unknown, with messages", {}, withMessages, unknown, "as AddNew"},
       {"known, a host's record", stored(0), ForeignRecord(save).Handle(), edited, "as AddNew"},
       {"removed", stored(6), save, edited, "as AddNew"},
       {"a null for the status and the old code", stored(Value::Null()),
@@ -60,26 +53,22 @@ TEST_F(BillActionEditingTest, StoresACopyWithTheStoredIdentity) {
        R"({Save: {FCode: "Save", FID: 5, FStatus: 0}, )"
        R"(Keep: {FCode: "Keep", FCode_Old: "Save", FID: 0, FStatus: 1, Messages: none}})"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
-    const auto before = Show(c.action);
-    Hold(c.collection ? c.collection.Clone() : Dictionary());
-    EXPECT_TRUE(actions.AddNew(c.action));
-    EXPECT_EQ(Held(), c.afterAddNew);
-    Hold(c.collection);
-    EXPECT_TRUE(actions.Update(c.action));
-    EXPECT_EQ(Held(), c.afterUpdate == "as AddNew" ? c.afterAddNew : c.afterUpdate);
-    EXPECT_EQ(Show(c.action), before) << "the caller's package";
+  for (const auto& [row, collection, action, afterAddNew, afterUpdate] : cases) {
+    SCOPED_TRACE(row);
+    const auto before = Show(action);
+    Hold(collection ? collection.Clone() : Dictionary());
+    EXPECT_TRUE(actions.AddNew(action));
+    EXPECT_EQ(Held(), afterAddNew);
+    Hold(collection);
+    EXPECT_TRUE(actions.Update(action));
+    EXPECT_EQ(Held(), afterUpdate == "as AddNew" ? afterAddNew : afterUpdate);
+    EXPECT_EQ(Show(action), before) << "the caller's package";
   }
 }
 
 TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
   const auto named = [](const wchar_t* code) { return Record({{L"FCode", code}, {L"FCode_Old", L"Save"}}); };
-  const struct {
-    const char* row;
-    Dictionary action;
-    Boxes boxes;  // of AddNew and Update
-  } cases[] = {
+  const std::tuple<const char*, Dictionary, Boxes> cases[] = {
       {"no code", named(L""), Boxes(2, Warning(L"操作代码不能为空！"))},
       {"a null for a code", Record({{L"FCode", Value::Null()}}), Boxes(2, Warning(L"操作代码不能为空！"))},
       {"no letter first, but in upper case", named(L"ıtem"), Boxes(2, Warning(L"操作代码必须以字符开头！"))},
@@ -89,11 +78,11 @@ TEST_F(BillActionEditingTest, RefusedEditLosesNothing) {
   };
   Hold(Record({{L"Save", Record({{L"FCode", L"Save"}, {L"FID", 5}})}}));
   const auto before = Held();
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
-    EXPECT_FALSE(actions.AddNew(c.action));
-    EXPECT_FALSE(actions.Update(c.action));
-    EXPECT_EQ(boxes.Take(), c.boxes);
+  for (const auto& [row, action, shown] : cases) {
+    SCOPED_TRACE(row);
+    EXPECT_FALSE(actions.AddNew(action));
+    EXPECT_FALSE(actions.Update(action));
+    EXPECT_EQ(boxes.Take(), shown);
     EXPECT_EQ(Held(), before);
   }
 }
@@ -103,28 +92,22 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
   const auto action = [](const wchar_t* code, std::int32_t status) {
     return Record({{L"FCode", code}, {L"FStatus", status}});
   };
-  const struct {
-    const char* row;
-    std::int32_t first, second;  // the status of "Save" and of the other one
-    const wchar_t* code;
-    int answer;  // 0 if nothing is asked
-    bool removed;
-    std::int32_t status;
-  } cases[] = {
+  // The status of "Save" and of the other one; the answer, 0 if nothing is asked; the status of "Save" afterwards.
+  const std::tuple<const char*, std::int32_t, std::int32_t, const wchar_t*, int, bool, std::int32_t> cases[] = {
       {"one of two", 2, 2, L"Save", 0, true, 6},
       {"removed before", 5, 0, L"Save", 0, true, 5},
       {"the last, refused", 0, 4, L"Save", IDNO, false, 0},
       {"the last, agreed", 0, 6, L"Save", IDYES, true, 4},
       {"another letter case", 0, 0, L"save", 0, false, 0},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
-    const auto save = action(L"Save", c.first);
-    Hold(Record({{L"Save", save}, {L"SAVE", action(L"SAVE", 0)}, {L"Check", action(L"Check", c.second)}}));
-    if (c.answer) boxes.AnswerWith(c.answer);
-    EXPECT_EQ(actions.Remove(c.code), c.removed);
-    EXPECT_EQ(boxes.Take(), c.answer ? Boxes{Localised(kQuestion, style)} : Boxes{});
-    EXPECT_EQ(Show(*save.Get(L"FStatus"_key)), std::to_string(c.status));
+  for (const auto& [row, first, second, code, answer, removed, status] : cases) {
+    SCOPED_TRACE(row);
+    const auto save = action(L"Save", first);
+    Hold(Record({{L"Save", save}, {L"SAVE", action(L"SAVE", 0)}, {L"Check", action(L"Check", second)}}));
+    if (answer) boxes.AnswerWith(answer);
+    EXPECT_EQ(actions.Remove(code), removed);
+    EXPECT_EQ(boxes.Take(), answer ? Boxes{Localised(kQuestion, style)} : Boxes{});
+    EXPECT_EQ(Show(*save.Get(L"FStatus"_key)), std::to_string(status));
   }
 }
 
@@ -148,11 +131,9 @@ TEST_F(BillActionEditingTest, ActionMayVanishWhileItIsRemoved) {
 
 TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
   const Box question = Localised(kQuestion, MB_YESNO | MB_ICONINFORMATION | MB_DEFBUTTON2);
-  Hold(Record({{L"a", Record({})},
-               {L"b", Record({{L"FStatus", 4}})},
-               {L"c", Record({{L"FStatus", 2}})},
-               {L"null", Record({{L"FStatus", Value::Null()}})},
-               {L"d", 1}}));
+  const auto of = [](const Item& status) { return Record({{L"FStatus", status}}); };
+  const auto null = of(Value::Null());
+  Hold(Record({{L"a", Record({})}, {L"b", of(4)}, {L"c", of(2)}, {L"null", null}, {L"d", 1}}));
   boxes.AnswerWith(IDNO);
   actions.RemoveAll();
   EXPECT_EQ(Held(), "{a: {}, b: {FStatus: 4}, c: {FStatus: 2}, null: {FStatus: null}, d: 1}");
@@ -163,21 +144,7 @@ TEST_F(BillActionEditingTest, RemoveAllAlwaysAsks) {
   EXPECT_EQ(boxes.Take(), (Boxes{question, question}));
 }
 
-class AppendVariablesTest : public LibraryTest {
- protected:
-  ~AppendVariablesTest() override {
-    fs::current_path(folder_);
-    fs::remove_all(fs::path(temp));
-  }
-
-  const Text temp = GetAppFolder() + L"temp";
-  BillActions actions;
-
- private:
-  fs::path folder_ = fs::current_path();
-};
-
-TEST_F(AppendVariablesTest, EntriesReplaceThoseOfTheirKey) {
+TEST_F(BillActionEditingTest, AppendVariablesReplaceThoseOfTheirKey) {
   const auto first = Record({{L"Items", Record({{L"a", 1}})}, {L"More", List({1, 2})}});
   ForeignRecord second(Record({{L"Items", List({})}, {L"None", Dictionary()}}));
   EXPECT_FALSE(actions.AddAppendVariables(first));
@@ -191,7 +158,9 @@ TEST_F(AppendVariablesTest, EntriesReplaceThoseOfTheirKey) {
   }
 }
 
-TEST_F(AppendVariablesTest, DownloadLeavesOneFileInTheFolder) {
+TEST_F(BillActionEditingTest, DownloadLeavesOneFileInTheFolder) {
+  const auto before = fs::current_path();
+  const Text temp = GetAppFolder() + L"temp";
   const auto bytes = Value::Bytes(std::as_bytes(std::span("\0\x1A\n\xFF", 4)));
   for (const auto* name : {L"Temp.tmp", L"附件.bin"}) {
     const auto path = actions.DownloadFile(bytes, name);
@@ -203,6 +172,8 @@ TEST_F(AppendVariablesTest, DownloadLeavesOneFileInTheFolder) {
   }
   EXPECT_EQ(actions.DownloadFile(bytes, L"none\\a"), L"");
   EXPECT_EQ(actions.DownloadFile(Value(L"text"), L"a"), L"");
+  fs::current_path(before);
+  fs::remove_all(fs::path(temp));
 }
 
 }  // namespace

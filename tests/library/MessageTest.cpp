@@ -1,3 +1,4 @@
+#include "com/MessageShell.h"
 #include "message/Message.h"
 #include "tests/support/Foreign.h"
 #include "tests/support/LibraryTest.h"
@@ -43,39 +44,23 @@ class MessageTest : public LibraryTest {
 };
 
 TEST_F(MessageTest, FailuresAreReportedUnderEachOperationsLabel) {
-  const auto expect = [&](const Text& label, const Text& description) {
-    EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : " + label, description)});
-  };
-  const Text kUnbound = L"«请先设置本组件关联的业务对象模板信息!»";
-  message.AddVariable(Variable(L"no", L"", Record({})));
-  bool caption = false, value = true, name = false;
-  EXPECT_EQ(message.TransMessage(L"a[no]b", caption, value, name), L"");
-  expect(L"TransMessage", L"«类型不匹配»");
-  caption = name = true;
+  bool caption = true, value = true, name = true;
   EXPECT_EQ(message.TransMessage(L"a", caption, value, name), L"");
-  expect(L"TransMessage", L"«不能同时翻译标题和内容!»");
   EXPECT_TRUE(caption && value && name) << "as they were given";
-  caption = value = name = false;
-  EXPECT_EQ(message.TransMessage(L"a", caption, value, name), L"");
-  expect(L"TransMessage", L"«未指定需要进行何种翻译!»");
+  message.AddVariable(Variable(L"no", L"", Record({})));
+  caption = name = false;
+  EXPECT_EQ(message.TransMessage(L"a[no]b", caption, value, name), L"");
   message.TableInfo({});
   message.RefreshVariableList();
   EXPECT_EQ(log->entries.back(), "end TavioClassBillAction.Message.RefreshVariableList 刷新消息变元列表 0");
-  EXPECT_EQ(boxes.Take(), Boxes{});
   message.NewMessage();
-  expect(L"NewMessage", kUnbound);
   EXPECT_FALSE(message.RefreshVariableValue(Record({})));
-  expect(L"RefreshVariableValue", kUnbound);
   EXPECT_FALSE(message.SetMessage(Record({})));
-  expect(L"SetMessage", kUnbound);
-}
-
-TEST_F(MessageTest, NewMessageHasThreeListsOfItsOwn) {
-  EXPECT_FALSE(message.GetMessage());
-  message.NewMessage();
-  EXPECT_EQ(Show(message.GetMessage()), kNew);
-  PackageAt(message.GetMessage(), L"EmailUsers"_key).Set(L"5"_key, Value(1));
-  EXPECT_EQ(Show(*message.GetMessage().Get(L"SMSUsers"_key)), "{}");
+  const Text kUnbound = L"«请先设置本组件关联的业务对象模板信息!»";
+  EXPECT_EQ(boxes.Take(),
+            (Boxes{Report(L"Message : TransMessage", L"«不能同时翻译标题和内容!»"),
+                   Report(L"Message : TransMessage", L"«类型不匹配»"), Report(L"Message : NewMessage", kUnbound),
+                   Report(L"Message : RefreshVariableValue", kUnbound), Report(L"Message : SetMessage", kUnbound)}));
 }
 
 TEST_F(MessageTest, SetMessageDescribesThePackageItself) {
@@ -90,6 +75,8 @@ TEST_F(MessageTest, SetMessageDescribesThePackageItself) {
     EXPECT_EQ(Show(message.GetMessage()), kNew);
     EXPECT_NE(message.GetMessage().Object().Get(), empty.Object().Get());
   }
+  PackageAt(message.GetMessage(), L"EmailUsers"_key).Set(L"5"_key, Value(1));
+  EXPECT_EQ(Show(*message.GetMessage().Get(L"SMSUsers"_key)), "{}") << "each list is one of its own";
 }
 
 TEST_F(MessageTest, EachEditOfTheUsersGivesThePackageANewList) {
@@ -145,11 +132,7 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
   const auto plain = FieldOf(L"a", 1, 1, 0);
   auto onEntry = FieldOf(L"a", 1, 1, 0);
   onEntry.Set(L"FEntryType"_key, Value(Short(1)));
-  const struct {
-    const char* row;
-    Dictionary field, page;
-    const char* value;
-  } cases[] = {
+  const std::tuple<const char*, Dictionary, Dictionary, const char*> cases[] = {
       {"a plain field", plain, Record({{L"a", Short(5)}}), "5s"},
       {"another field's", plain, Record({{L"b", 5}}), "absent"},
       {"on an entry", onEntry, Record({{L"a", 5}}), "absent"},
@@ -161,14 +144,14 @@ TEST_F(MessageTest, ValuesComeFromTheHeaderPage) {
       {"neither", looked(L"FNumber", L""), Record({{L"a", record}}), "absent"},
   };
   message.AddVariable(Variable(L"own", L"", 1));
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
-    Fields({{L"a", c.field}});
+  for (const auto& [row, field, page, value] : cases) {
+    SCOPED_TRACE(row);
+    Fields({{L"a", field}});
     const auto variable = PackageAt(message.GetVariableList(), L"a"_key), own = Variable(L"own", L"", 1);
     variable.Set(L"FValue"_key, Value(L"old"));
     message.AddVariable(own);
-    EXPECT_TRUE(message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", c.page}})));
-    EXPECT_EQ(variable.Lookup(L"FValue"_key) ? Show(*variable.Get(L"FValue"_key)) : "absent", c.value);
+    EXPECT_TRUE(message.RefreshVariableValue(Record({{L"FID", 77}, {L"Page1", page}})));
+    EXPECT_EQ(variable.Lookup(L"FValue"_key) ? Show(*variable.Get(L"FValue"_key)) : "absent", value);
     EXPECT_EQ(Show(*message.GetVariableList().Get(L"own"_key)), Show(own));
   }
 }
@@ -212,11 +195,8 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
   plainest.On(L"GetValue", Failing(L"GetValue"));
   ForeignRecord failing(values);
   failing.On(L"Lookup", Failing(L"断开"));
-  const struct {
-    const char *row, *flags, *settled;  // caption, value and name, if they are set
-    Dictionary group;
-    const wchar_t *text, *translation;
-  } cases[] = {
+  // Flags stand for caption, value and name, as they are given and as they come back.
+  const std::tuple<const char*, const char*, const char*, Dictionary, const wchar_t*, const wchar_t*> cases[] = {
       {"captions", "c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
       {"captions before values", "cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
       {"values", "v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
@@ -227,13 +207,13 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
       {"names", "n", "n", {}, L"[单号][DATE][date][no][]", L"[no][date][date][no][void]"},
       {"names before values", "vn", "n", {}, L"[单号]", L"[no]"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
-    message.GroupInfo(c.group);
-    const auto given = [&](char flag) { return std::string(c.flags).find(flag) != std::string::npos; };
+  for (const auto& [row, flags, settled, group, text, translation] : cases) {
+    SCOPED_TRACE(row);
+    message.GroupInfo(group);
+    const auto given = [&](char flag) { return std::string(flags).find(flag) != std::string::npos; };
     bool caption = given('c'), value = given('v'), name = given('n');
-    EXPECT_EQ(Utf8(message.TransMessage(c.text, caption, value, name).View()), Utf8(c.translation));
-    EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), c.settled);
+    EXPECT_EQ(Utf8(message.TransMessage(text, caption, value, name).View()), Utf8(translation));
+    EXPECT_EQ(std::string(caption, 'c') + std::string(value, 'v') + std::string(name, 'n'), settled);
   }
 }
 
@@ -258,6 +238,57 @@ TEST_F(TransMessageTest, CaptionsAreSoughtAsFarAsTheTextNeedsThem) {
   EXPECT_EQ(boxes.Take(), Boxes{});
   EXPECT_EQ(names(L"[单号][nobody's]"), "");
   EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«类型不匹配»")});
+}
+
+// Host code, in the log, in a record of the host's or in its group, gives the text's variable and a value read before new
+// texts.
+TEST_F(LibraryTest, TextIsTranslatedAsItWasGiven) {
+  const auto bound = Record({});
+  ComPtr<_Message> message;
+  com::Make<com::MessageShell>(IID_PPV_ARGS(&message));
+  message->putref_ClassType(bound.Object().Get());
+  message->putref_TableInfo(bound.Object().Get());
+  message->RefreshVariableList();
+  ComPtr<IDispatch> list;
+  message->GetVariableList(&list);
+  const Dictionary variables(list);
+  ForeignRecord hosts(Record({{L"FValue", L"host"}})), group(Record({{L"FCode", L"x"}}));
+  BString text;
+  std::vector<BString> others;
+  const auto change = [&] {
+    text = BString(L"[f] [h] after");
+    PackageAt(variables, L"f"_key).Set(L"FValue"_key, Value(L"after"));
+    // Some of them get the room of the old ones.
+    for (int i = 0; i < 16; ++i) others.emplace_back(i % 2 ? L"[f] [h] other" : L"other");
+    return true;
+  };
+  const std::tuple<const char*, std::function<void()>, const char*> cases[] = {
+      {"the log", [&] { log->On(L"LogStart", change); }, "after host given"},
+      {"a host's record",
+       [&] {
+         log->On(L"IsEnabled", [] { return false; });
+         hosts.On(L"Lookup", change);
+         message->NewMessage();  // whereupon the log is let go
+       },
+       "value host given"},
+      {"the host's group",
+       [&] {
+         hosts.On(L"Lookup", [] { return true; });
+         group.On(L"Lookup", change);
+         message->putref_GroupInfo(group.Handle().AsValue().Raw());
+       },
+       "after host given"}};
+  for (const auto& [row, arrange, expected] : cases) {
+    variables.Set(L"f"_key, Variable(L"f", L"f", L"value"));
+    variables.Set(L"h"_key, hosts.Handle());
+    arrange();
+    text = BString(L"[f] [h] given");
+    VARIANT_BOOL value = 1;
+    BString translation;
+    EXPECT_EQ(message->TransMessage(text.Get(), nullptr, &value, nullptr, translation.Receive()), S_OK);
+    EXPECT_EQ(Utf8(translation.View()), expected) << row;
+    EXPECT_EQ(value, 1) << "as it was, which is true";
+  }
 }
 
 }  // namespace

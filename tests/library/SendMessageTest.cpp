@@ -84,12 +84,7 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
     sql = Utf8(a.At(1).ToText());
     return Value(sql.find("=41 ") == std::string::npos ? nobody.New() : found.New());
   });
-  const struct {
-    const char* row;
-    Dictionary given;
-    Item held;
-    std::vector<std::int32_t> sentTo;
-  } cases[] = {
+  const std::tuple<const char*, Dictionary, Item, std::vector<std::int32_t>> cases[] = {
       {"a user", {}, L"9", {3, 7, 9}},
       {"an excluded user", {}, 5, {3, 7}},
       {"no number", {}, L"张三", {3, 7}},
@@ -104,16 +99,16 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
   message.TableInfo(info);
   message.RefreshVariableList();
   message.ExcludeUser(List({5, L"6", 100.0}));
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
+  for (const auto& [row, given, held, sentTo] : cases) {
+    SCOPED_TRACE(row);
     Take(L"a", L"b", Users(L"users", {3, 5, 7}));
-    message.Data(Record({{L"Page1", Record({{L"FBiller", c.held}})}}));
+    message.Data(Record({{L"Page1", Record({{L"FBiller", held}})}}));
     users.clear();
-    EXPECT_EQ(message.SendMessage(c.given), !c.sentTo.empty());
-    EXPECT_EQ(users, c.sentTo);
-    EXPECT_TRUE(log->entries.back().ends_with(c.sentTo.empty() ? " 0" : " 1"));
+    EXPECT_EQ(message.SendMessage(given), !sentTo.empty());
+    EXPECT_EQ(users, sentTo);
+    EXPECT_TRUE(log->entries.back().ends_with(sentTo.empty() ? " 0" : " 1"));
     EXPECT_EQ(PackageAt(message.GetMessage(), L"MessageUsers"_key).Count(), 3);
-    EXPECT_FALSE(c.given && c.given.Lookup(L"5"_key)) << "removed from the caller's own";
+    EXPECT_FALSE(given && given.Lookup(L"5"_key)) << "removed from the caller's own";
   }
   EXPECT_EQ(sql, "select FUserID from t_User where FEmpID=42 and FForbidden <> 1");
 }
@@ -142,36 +137,26 @@ TEST_F(SendMessageTest, HostMayTakeItsExcludedUsersBackMeanwhile) {
 TEST_F(SendMessageTest, FailuresAreReported) {
   std::ifstream reader;  // of the message's file
   const auto keepOpen = [&] { reader.open(MessageFiles().at(0)); };
-  const auto nobody = Record({{L"3", 1}, {L"张三", 1}});
+  const auto beyond = Record({{L"2147483648", 1}});
   const auto tooMany = Dictionary::New();
   for (std::int32_t id = 1; id <= 32768; ++id) tooMany.Set(Key(id), Value(id));
-  const struct {
-    const char* row;
-    std::function<void()> prepare;
-    const wchar_t* description;
-    bool sent;
-  } cases[] = {
-      {"no ID", [&] { Take(L"a", L"b", nobody); }, L"«类型不匹配»", false},
+  const std::tuple<const char*, std::function<void()>, const wchar_t*, bool> cases[] = {
       {"too many", [&] { Take(L"a", L"b", tooMany); }, L"«溢出»", false},
-      {"beyond 32 bits",
-       [&] {
-         Take(L"a", L"b", Record({{L"2147483648", 1}}));
-       },
-       L"«溢出»", false},
+      {"beyond 32 bits", [&] { Take(L"a", L"b", beyond); }, L"«溢出»", false},
       {"the sender twice", [&] { props->props += L"UserID=1"; }, L"«共享属性重复» UserID", false},
       {"the file stays", [&] { command->On(L"SendMessage", keepOpen); }, L"«不能删除文件»", true},  // behind the call
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.row);
+  for (const auto& [row, prepare, description, sent] : cases) {
+    SCOPED_TRACE(row);
     props->props = L"ConnectString=x;userid=16394;";
     Take(L"a", L"b", Users(L"users", {3}));
-    c.prepare();
+    prepare();
     RemoveMessageFiles();
-    EXPECT_EQ(message.SendMessage({}), c.sent);
+    EXPECT_EQ(message.SendMessage({}), sent);
     reader.close();
     auto shown = boxes.Take();
-    if (c.sent) shown.at(0).text.resize(shown.at(0).text.rfind(L' '));  // the path
-    EXPECT_EQ(shown, Boxes{Report(L"Message : SendMessage", c.description)});
+    if (sent) shown.at(0).text.resize(shown.at(0).text.rfind(L' '));  // the path
+    EXPECT_EQ(shown, Boxes{Report(L"Message : SendMessage", description)});
   }
 }
 
