@@ -34,11 +34,11 @@ Host::Host()
       catalogue(New<com::PredefineActionsShell>()),
       scenarios(New<com::BillEnvironmentsShell>()) {
   actions.Assign(L"ClassType", Named(L"template", Record({{L"FID", 7}, {L"FBillTypeID", 1}})).AsValue());
-  actions.Assign(L"TableInfo", Record({{L"FID", 9}}).AsValue());
-  actions.Assign(L"ClassTypeEntry", List({1, 2}).AsValue());
   actions.Assign(L"vctPredefineAction", List({3}).AsValue());
+  actions.Assign(L"ClassTypeEntry", List({1, 2}).AsValue());
   actions.Call(L"SetBillActions", Named(L"collection", Record({{L"Save", Action(L"action", L"Save", 0)},
                                                                {L"Check", Action(L"action", L"Check", 8)}})));
+  actions.Assign(L"TableInfo", Record({{L"FID", 9}}).AsValue());
 }
 
 std::string Host::State() const {
@@ -82,7 +82,7 @@ Sender::Sender() : message(New<com::MessageShell>()) {
 
 std::string Sender::State() const {
   return Lines({message.Call(L"GetMessage"), message.Call(L"GetVariableList"), message.Call(L"GetVariableUser"),
-                message.Read(L"SelectedUser"), recipients});
+                message.Read(L"SelectedUser"), message.Read(L"MustSelectMsgUser"), recipients});
 }
 
 }  // namespace tavio::test
