@@ -58,8 +58,8 @@ TEST_F(BillActionsTest, FailuresAreReportedUnderEachOperationsLabel) {
 }
 
 TEST_F(BillActionsTest, WhatIsEmptyBindsToNothingElse) {
-  actions.SetBillActions(Record({}));
-  actions.ClassType(Record({}));
+  for (const auto& collection : {Record({}), Dictionary()}) actions.SetBillActions(collection);
+  for (const auto& type : {Record({}), Record({{L"FID", Value::Null()}}), Dictionary()}) actions.ClassType(type);
   EXPECT_EQ(actions.ClassTypeID(), 7);
 }
 
@@ -73,7 +73,7 @@ TEST_F(BillActionsTest, SaveHandsEverythingOverAndLoadsAgain) {
     EXPECT_EQ(Show(a.At(1)) + Show(a.At(3)), R"(7{FID: 7, FBillTypeID: 3s})");
     EXPECT_EQ(a.At(2).ToObject().Get(), given.Object().Get());
     a.Return(1, Value(8));
-    a.Return(3, Record({}).AsValue());
+    a.Return(3, Record({{L"FBillTypeID", 9}}).AsValue());
   });
   classInfo.On(L"GetBillActions", [&](Arguments& a) {
     EXPECT_EQ(update.Living(), 0) << "released before the reload";
@@ -84,6 +84,8 @@ TEST_F(BillActionsTest, SaveHandsEverythingOverAndLoadsAgain) {
   });
   EXPECT_TRUE(actions.Save());
   EXPECT_EQ(actions.GetBillActions().Object().Get(), loaded.ToObject().Get());
+  catalogue.On(L"GetDefaultActions", [](Arguments& a) { return Show(a.At(0)) == "9" ? List({}) : Vector(); });
+  actions.NewBill();
 }
 
 TEST_F(BillActionsTest, QueriesFindByTheActionsOwnCode) {
@@ -139,8 +141,8 @@ TEST_F(BillActionsTest, MessageIsThatOfTheGreatestSharedScenario) {
   const auto moved = Record({{L"x", entry(2, L"二")}});
   const std::tuple<const char*, Dictionary, std::int32_t, const char*> cases[] = {
       {"of two", usual, 3, R"({FTitle: "二"})"},
+      {"of scenario 0", Record({{L"0", entry(0, L"零")}}), 4, "none"},
       {"of all", usual, -1, R"({FTitle: "八"})"},
-      {"of none", usual, 4, "none"},
       {"under another key", moved, 2, "none"},
       {"without messages", Dictionary(), 1, "none"}};
   for (const auto& [row, messages, mask, message] : cases) {

@@ -107,10 +107,11 @@ TEST_F(DeliveryTest, AsksOncePerTypeOfRecipient) {
   package.Set(L"EmailUsers"_key, Record({{L"e2", Record({{L"FUserType", L"E"}, {L"FUserID", L"2"}})},
                                          {L"3", Record({{L"FMessageID", 9}})},
                                          {L"6", Record({{L"FUserType", L"E"}, {L"FUserID", L""}})},
-                                         {L"7", Record({{L"FUserType", L"S"}})}}));
+                                         {L"7", Record({{L"FUserType", L"S"}})},
+                                         {L"8", Record({{L"FUserType", L"S"}, {L"FUserID", Value::Null()}})}}));
   message.ExcludeUser(List({7, L"9"}));
   EXPECT_TRUE(SendEmail());
-  EXPECT_EQ(asked, (Strings{"E [{FUserID: 2}, {FUserID: 6}]", "U [{FUserID: 3}]"}));
+  EXPECT_EQ(asked, (Strings{"E [{FUserID: 2}, {FUserID: 6}]", "U [{FUserID: 3}]", "S [{FUserID: 8}]"}));
   EXPECT_EQ(requests, Strings{Mail("eve@x.com;ann@x.com")});
   EXPECT_TRUE(PackageAt(package, L"EmailUsers"_key).Lookup(L"7"_key)) << "users are excluded from a copy";
 }
@@ -224,6 +225,8 @@ TEST_F(ApprovalNoticeTest, EndsSilentlyWhereNobodyIsToBeTold) {
     told = answers.value.Copy();
     EXPECT_FALSE(message.SendSMS()) << Show(told);
   }
+  message.ExcludeUser(List({1, 2}));
+  EXPECT_TRUE(!message.SendSMS() && asked.size() == 3);
   EXPECT_TRUE(queries.empty());
   EXPECT_EQ(smsGateway.Created(), 0);
 }

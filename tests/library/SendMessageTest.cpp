@@ -98,6 +98,7 @@ TEST_F(SendMessageTest, RecipientsAreSettledFirst) {
   };
   message.TableInfo(info);
   message.RefreshVariableList();
+  message.RefreshVariableValue(Record({{L"Page1", Record({{L"FBiller", 4}})}}));
   message.ExcludeUser(List({5, L"6", 100.0}));
   for (const auto& [row, given, held, sentTo] : cases) {
     SCOPED_TRACE(row);
