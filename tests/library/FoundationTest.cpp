@@ -97,6 +97,20 @@ TEST_F(FoundationTest, OperationReportsWhateverIsThrown) {
   EXPECT_EQ(CountedIn16Bits(32767), 32767);
 }
 
+HRESULT WINAPI DescribeLate(EXCEPINFO* info) {
+  info->bstrDescription = BString(L"断开").Detach();
+  return S_OK;
+}
+
+TEST_F(FoundationTest, SmallNumbersAndLateTextsOfFailuresAreRead) {
+  EXCEPINFO info = {};
+  info.wCode = 5;
+  info.pfnDeferredFillIn = &DescribeLate;
+  const auto error = Error::FromInvoke(DISP_E_EXCEPTION, info);
+  EXPECT_EQ(error.Number(), MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, 5));
+  EXPECT_EQ(error.Description(), L"断开");
+}
+
 TEST_F(FoundationTest, TranslationKeepsTheBlanksAround) {
   for (const auto& [source, translation] :
        {std::pair{L"  用户 ", L"  «用户» "}, {L"用户 名", L"«用户 名»"}, {L"\t用户", L"«\t用户»"}}) {

@@ -185,7 +185,9 @@ TEST_F(ServerTest, ArgumentsAreGivenByNameOrLeftOut) {
   EXPECT_EQ(Call{L"SendMessage"}.On(message.Get()), S_OK) << "a package left out";
   const auto catalogue = Make(__uuidof(::PredefineActions));
   Call set{L"SetList", {list.Raw()}}, get{L"GetList"};
-  EXPECT_EQ((set.On(catalogue.Get()), get.On(catalogue.Get()), Show(set.result) + Show(get.result)), "true[3]");
+  set.On(catalogue.Get());
+  get.On(catalogue.Get());
+  EXPECT_EQ(Show(set.result) + Show(get.result), "true[3]");
   EXPECT_EQ((Call{L"TransMessage", {text.Raw()}}.On(message.Get())), S_OK) << "all flags left out";
   EXPECT_EQ(boxes.Take(), Boxes{Report(L"Message : TransMessage", L"«未指定需要进行何种翻译!»")});
 }
@@ -201,6 +203,8 @@ TEST_F(ServerTest, ReadRunsNoMethod) {
     HRESULT outcome;
   } cases[] = {
       {"method read", L"GetVariableList", kRead, DISP_E_MEMBERNOTFOUND},
+      {"method called or read", L"GetVariableList", kCall | kRead, S_OK},
+      {"property read", L"ClassTypeID", kRead, S_OK},
       {"property called", L"ClassTypeID", kCall, S_OK},
       {"property that is only set", L"Data", kCall | kRead, DISP_E_MEMBERNOTFOUND},
       {"method set", L"GetVariableList", DISPATCH_PROPERTYPUT, DISP_E_MEMBERNOTFOUND},
@@ -213,7 +217,7 @@ TEST_F(ServerTest, ReadRunsNoMethod) {
 // Two true flags are settled: that for values becomes false. Only a variable that changes is written.
 TEST_F(ServerTest, VariablesAreConvertedInAndBack) {
   const auto message = Make(__uuidof(::Message));
-  const Value text(L"[a]");
+  const Value text(L"[a]"), yes(true);
   const struct {
     Item flag;
     const char* changed;
@@ -228,6 +232,12 @@ TEST_F(ServerTest, VariablesAreConvertedInAndBack) {
     EXPECT_EQ(Show(held[0]), before);
     EXPECT_EQ(Show(held[1]), "false") << before << ": a variable of any type takes the flag's own";
   }
+  std::int16_t shorts[] = {1, 7};
+  std::uint8_t bytes[] = {1, 7};
+  for (const auto& flag : {Reference(VT_I2, shorts), Reference(VT_UI1, bytes)}) {
+    EXPECT_EQ((Call{L"TransMessage", {text.Raw(), yes.Raw(), flag}}.On(message.Get())), S_OK);
+  }
+  EXPECT_TRUE(shorts[0] == 0 && shorts[1] == 7 && bytes[0] == 0 && bytes[1] == 7) << "each in its own size";
   Value user = Short(5), code(5);
   EXPECT_EQ((Call{L"AddUser", {Typed(user)}}.On(message.Get())), S_OK);
   EXPECT_EQ((Call{L"Remove", {Variable(code)}}.On(Make(__uuidof(::BillActions)).Get())), S_OK);

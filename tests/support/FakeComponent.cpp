@@ -97,6 +97,13 @@ class FakeInstance final : public LateBound {
     return DISP_E_UNKNOWNNAME;
   }
 
+  // As script objects do, of which many know one kind of assignment only.
+  STDMETHODIMP Invoke(DISPID id, REFIID iid, LCID locale, WORD flags, DISPPARAMS* parameters, VARIANT* result,
+                      EXCEPINFO* info, UINT* wrongArgument) override {
+    if (flags == DISPATCH_PROPERTYPUTREF) return DISP_E_MEMBERNOTFOUND;
+    return LateBound::Invoke(id, iid, locale, flags, parameters, result, info, wrongArgument);
+  }
+
   void Name(std::wstring name) { kind_->name = std::move(name); }
 
  private:

@@ -17,9 +17,15 @@ struct Host {
   const Component& Object(const std::wstring& name) const;
   static std::wstring ClassOf(const std::wstring& name);
 
-  Value Lent(Item text) { return lent = text.value.Raw().bstrVal, std::move(text.value); }
+  // A text that the host overwrites as soon as the library calls it.
+  Value Lent(const wchar_t* text) {
+    Value value(text);
+    lent = value.Raw().bstrVal;
+    return value;
+  }
+  wchar_t nothing = 0;
+  wchar_t* lent = &nothing;
   Value code;
-  wchar_t nothing = 0, *lent = &nothing;  // a text that the host overwrites as soon as the library calls it
 
   Dictionary given = Named(L"given", Record({{L"FCode", L"Save"}, {L"Messages", Named(L"messages", Record({}))}}));
   Component actions, catalogue, scenarios;

@@ -184,7 +184,7 @@ bool IsLabel(const std::string& line) {
 }
 
 // A failure's box starts with its label, or has the description alone; all other texts are localised.
-int WINAPI AnswerBox(HWND, LPCWSTR given, LPCWSTR title, UINT style) {
+int WINAPI AnswerBox(HWND owner, LPCWSTR given, LPCWSTR title, UINT style) {
   const std::string text = Utf8(given);
   const auto plain = style & ~static_cast<UINT>(MB_TASKMODAL);
   const bool asks =
@@ -192,6 +192,7 @@ int WINAPI AnswerBox(HWND, LPCWSTR given, LPCWSTR title, UINT style) {
   const bool localised = text.empty() || text.starts_with("«") || text.starts_with(" ") || text == "断开";
   const auto end = text.find("\r\n");
   EXPECT_TRUE(asks || plain == MB_ICONWARNING) << style << " in " << Where();
+  EXPECT_TRUE(owner || style & MB_TASKMODAL) << "nothing is kept from the user in " << Where();
   EXPECT_TRUE(end == text.npos ? localised : !asks && IsLabel(text.substr(0, end))) << text << " in " << Where();
   EXPECT_TRUE(*title == 0 || Utf8(title) == "«Morla提示»") << Utf8(title) << " in " << Where();
   if (dice.OneIn(4)) CallAnything();
