@@ -24,7 +24,12 @@ std::string TextsOf(const Component& boxes) {
 }
 
 // A gateway that cannot be made leaves the mail to SMTP, for which no server is set: silence.
-constexpr std::tuple<const char*, const wchar_t*, const wchar_t*, const wchar_t*, bool, const char*> kFaultRows[] = {
+constexpr struct {
+  const char* name;
+  const wchar_t *member, *fault, *detail;  // null for the usual
+  bool sent;
+  const char* boxes;
+} kFaultRows[] = {
     {"not created", L"", L"not created", nullptr, false, ""},
     {"missing", L"MorlaSendMail", L"missing", nullptr, false, ""},
     {"raises", L"MorlaSendMail", L"raises", L"断开", false, ""},

@@ -186,7 +186,14 @@ TEST(PreviewTest, NamesTheFailureOfAWholeChannel) {
   const auto badKey = Record({{L"x1", 0}, {L"16395", 0}}), tooMany = Dictionary::New();
   for (std::int32_t user = 1; user <= 32769; ++user) tooMany.Set(Key(user), Value(0));
   const std::string kBadKey = "名单中的键不是用户编号: x1", kSending = "TavioClassBillAction.Message : SendMessage\r\n";
-  const std::tuple<const char*, const wchar_t*, Item, const wchar_t*, std::string, const char*> rows[] = {
+  const struct {
+    const char* name;
+    const wchar_t* field;
+    Item value;
+    const wchar_t* channel;
+    std::string problem;
+    const char* reason;  // of 16395
+  } rows[] = {
       {"no list", L"SMSUsers", Dictionary(), L"short", "消息中没有接收人名单", ""},
       {"a bad key", L"EmailUsers", badKey, L"mail", kBadKey, "failed"},
       {"a bad key of a notice", L"MessageUsers", badKey, L"approval", kBadKey, "failed"},

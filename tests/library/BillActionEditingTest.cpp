@@ -93,8 +93,14 @@ TEST_F(BillActionEditingTest, RemoveAsksBeforeTheLastLiveAction) {
   const auto action = [](const wchar_t* code, std::int32_t status) {
     return Record({{L"FCode", code}, {L"FStatus", status}});
   };
-  // The status of "Save" and of the other one; the answer, 0 if nothing is asked; the status of "Save" afterwards.
-  const std::tuple<const char*, std::int32_t, std::int32_t, const wchar_t*, int, bool, std::int32_t> cases[] = {
+  const struct {
+    const char* row;
+    std::int32_t first, second;  // the status of "Save" and of the other one
+    const wchar_t* code;
+    int answer;  // 0 if nothing is asked
+    bool removed;
+    std::int32_t status;
+  } cases[] = {
       {"one of two", 2, 2, L"Save", 0, true, 6},
       {"removed before", 5, 0, L"Save", 0, true, 5},
       {"the last, refused", 0, 4, L"Save", IDNO, false, 0},

@@ -70,7 +70,11 @@ TEST_F(CataloguesTest, ScenariosAreSortedAsATreeOfSharedRecords) {
 TEST_F(CataloguesTest, ScenariosAreFilteredByIdOrMask) {
   source.Add(Record({{L"FMask", 64}}));
   source.Add(Scenario(-8, 108));
-  const std::tuple<const char*, std::int32_t, std::int32_t, const char*, const char*, const char*> cases[] = {
+  const struct {
+    const char* row;
+    std::int32_t mask, id;
+    const char *set, *sorted, *message;
+  } cases[] = {
       // The record without FID has id 0 and so is in every list that is asked for by mask only.
       {"a mask", 2, 0, "102 103 107 empty ", "102 empty ", "107 103 102 empty "},
       {"a mask of two", 3, -1, "101 102 103 107 ", "103 102 101 ", "107 103 102 101 "},

@@ -197,8 +197,11 @@ TEST_F(TransMessageTest, EachNameIsTranslatedAsTheFlagsSay) {
   plainest.On(L"GetValue", Failing(L"GetValue"));
   ForeignRecord failing(values);
   failing.On(L"Lookup", Failing(L"断开"));
-  // Flags stand for caption, value and name, as they are given and as they come back.
-  const std::tuple<const char*, const char*, const char*, Dictionary, const wchar_t*, const wchar_t*> cases[] = {
+  const struct {
+    const char *row, *flags, *settled;  // caption, value and name, if they are set
+    Dictionary group;
+    const wchar_t *text, *translation;
+  } cases[] = {
       {"captions", "c", "c", {}, L"a[no]b[none][date]", L"a[单号]b[none][Date]"},
       {"captions before values", "cv", "c", {}, L"[bare][NO][ no][][void]", L"[bare][NO][ no][][]"},
       {"values", "v", "v", {}, L"[no][date][open][bare][none][void]", L"5[no][bare][none]"},
