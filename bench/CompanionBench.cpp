@@ -5,6 +5,7 @@
 #include <string>
 
 #include "bench/Bench.h"
+#include "bench/Recipients.h"
 #include "foundation/packages/Component.h"
 #include "foundation/packages/Fields.h"
 #include "foundation/packages/RecordSet.h"
@@ -50,17 +51,6 @@ void Employ(std::int32_t count) {
   Run(L"insert into t_UserNeedSend (FUserID, FKind, FIsNeedSend)" + numbers + L"select i, 3, 1 from n");
 }
 
-Dictionary Users(std::int32_t count) {
-  const auto users = Dictionary::New();
-  for (std::int32_t user = kFirstUser; user < kFirstUser + count; ++user) {
-    const auto entry = Dictionary::New();
-    entry.Set(L"FUserID"_key, Value(user));
-    entry.Set(L"FMessageID"_key, Value(std::int32_t{0}));
-    users.Set(Key(user), entry);
-  }
-  return users;
-}
-
 // A host's message to all of them on each channel, with variables of the host's own.
 Component MessageTo(std::int32_t people, std::int32_t variables) {
   const auto info = ClassInfo();
@@ -86,7 +76,7 @@ Component MessageTo(std::int32_t people, std::int32_t variables) {
   package.Set(L"FTitle"_key, Value(L"title"));
   package.Set(L"FMessage"_key, Value(TextView(content)));
   for (const auto* list : {L"MessageUsers", L"EmailUsers", L"SMSUsers"})
-    package.Set(Key(TextView(list)), Users(people));
+    package.Set(Key(TextView(list)), Recipients(kFirstUser, people));
   return message;
 }
 
@@ -159,7 +149,7 @@ void StoreMessages(std::int32_t count) {
     const auto message = Dictionary::New(), entry = Dictionary::New();
     message.Set(L"FTitle"_key, Value(L"title"));
     message.Set(L"FMessage"_key, Value(TextView(L"[FBillNo] [FNoSuchName] " + std::to_wstring(i))));
-    message.Set(L"MessageUsers"_key, Users(1));
+    message.Set(L"MessageUsers"_key, Recipients(kFirstUser, 1));
     entry.Set(L"FEnvironment"_key, Value(i));
     entry.Set(L"Message"_key, message);
     messages.Set(Key(i), entry);

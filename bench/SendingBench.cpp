@@ -5,6 +5,7 @@
 
 #include "bench/Bench.h"
 #include "bench/Library.h"
+#include "bench/Recipients.h"
 #include "foundation/packages/Component.h"
 #include "foundation/packages/Walk.h"
 #include "foundation/values/CodePage.h"
@@ -87,17 +88,6 @@ Text ValueOf(std::int32_t i) { return L"value " + std::to_wstring(i); }
 Text AddressOf(std::int32_t user) { return L"User" + std::to_wstring(user) + L"@mail.example.com"; }
 Text MobileOf(std::int32_t user) { return L"139000" + std::to_wstring(user); }
 
-Dictionary Recipients(std::int32_t count) {
-  const auto recipients = Dictionary::New();
-  for (std::int32_t user = kFirstUser; user < kFirstUser + count; ++user) {
-    const auto entry = Dictionary::New();
-    entry.Set(L"FUserID"_key, Value(user));
-    entry.Set(L"FMessageID"_key, Value(std::int16_t{0}));
-    recipients.Set(Key(user), entry);
-  }
-  return recipients;
-}
-
 struct Everyday {
   ComPtr<_Message> message;
   std::unordered_map<std::wstring, std::wstring> values;
@@ -121,7 +111,7 @@ Everyday EverydayMessage() {
   const auto package = PackageOf(everyday.message);
   package.Set(L"FTitle"_key, Value(kTitle));
   package.Set(L"FMessage"_key, Value(TextView(everyday.content)));
-  package.Set(L"MessageUsers"_key, Recipients(kEveryday));
+  package.Set(L"MessageUsers"_key, Recipients(kFirstUser, kEveryday));
   return everyday;
 }
 
@@ -219,7 +209,7 @@ Crowd CrowdOf(std::int32_t count) {
   Crowd crowd{NewBoundMessage()};
   const auto package = PackageOf(crowd.message);
   for (const auto& list : {L"EmailUsers", L"SMSUsers", L"MessageUsers"}) {
-    package.Set(Key(TextView(list)), Recipients(count));
+    package.Set(Key(TextView(list)), Recipients(kFirstUser, count));
   }
   for (std::int32_t user = kFirstUser; user < kFirstUser + count; ++user) {
     crowd.addresses.push_back(AddressOf(user));
