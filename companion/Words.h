@@ -12,10 +12,10 @@ struct Word {
 
 // In the client's language, which is read once per process: English if it is an English one, else Chinese.
 Text Say(const Word& word);
+bool SpeaksEnglish();
 
 // What the user reads of a failure: localised, or, without the platform's texts, in the system's own words.
 Text WordsOf(const Error& error);
-bool SpeaksEnglish();
 
 namespace words {
 

@@ -18,7 +18,7 @@ class ImportPatch {
 
  private:
   void** slot_;
-  void* original_ = nullptr;
+  void* original_;
 };
 
 }  // namespace tavio::companion

@@ -72,10 +72,7 @@ Text PlaceOf(const std::string& file, std::size_t position) {
 }
 
 Text PlaceOf(const std::string& file, const char* member) {
-  std::string quoted = member;
-  quoted.insert(quoted.begin(), '"');
-  quoted.push_back('"');
-  const auto found = file.find(quoted);
+  const auto found = file.find('"' + std::string(member) + '"');
   return PlaceOf(file, found == std::string::npos ? 0 : found);
 }
 

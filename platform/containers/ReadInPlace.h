@@ -18,7 +18,8 @@ struct IDictionaryInPlace : _Dictionary {
   virtual HRESULT STDMETHODCALLTYPE ReadValue(BSTR key, const VARIANT** value) = 0;
   // The value under `key` of the record at a position. E_NOINTERFACE if that is no record of this very class.
   virtual HRESULT STDMETHODCALLTYPE ReadField(long index, BSTR key, const VARIANT** value) = 0;
-  // The same of the record under `key`, which has `units` characters: S_OK and a null pointer if it has no such field, S_FALSE if there is no `key`.
+  // The same of the record under `key`, which has `units` characters: S_OK and a null pointer if it has no such field,
+  // S_FALSE if there is no `key`.
   virtual HRESULT STDMETHODCALLTYPE ReadFieldUnder(const wchar_t* key, UINT units, BSTR field,
                                                    const VARIANT** value) = 0;
   // The first position from `index` to `last` that is anything else than a record of this very class whose `field` is
